@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Controls.h"
+#include "Recordset.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+// What the record forms and the search dialogs do alike, as free functions. What a form does in its
+// own way is written in that form.
+
+// Members that an array does not have are passed over.
+void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled);
+void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes, bool enabled);
+void setLocked(ControlArray<TextBox>& boxes, int first, int last, bool locked);
+void clear(ControlArray<TextBox>& boxes, int first, int last);
+
+// The navigation bar of a record form: moves, and sets the two step buttons; the form then shows the
+// row. index: 10 previous, 11 next, 12 first, 13 last.
+void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons);
+
+// One above the number in the last seven characters, as seven digits.
+QString nextCode(const QString& code);
+
+// Key 13 sends "{TAB}"; the answer tells whether it did.
+bool enterAsTab(int KeyAscii);
+// Passes the key through a filter of Funciones.
+void filterKey(int& KeyAscii, QString (*filter)(int));
+
+bool sameText(const TextBox& left, const TextBox& right);
+
+// The document check of the record forms on leaving the document box, with its messages; a document
+// that fails empties the box and takes the focus back. Boxes without icon and title.
+void checkDocument(TextBox& box);
+
+// "SUPORTE" text for panel 2 of the main window's status bar when a form closes.
+QString supportEmailText();
+// "Erro nº ", number, line break, description.
+QString errorText(const class RuntimeError& error);
+
+// "LIKE" criterion of Find: field LIKE '*text*'.
+QString likeCriterion(const QString& field, const QString& text);
+// "SELECT * FROM table WHERE field Like '%text%'"; the text goes in as it was typed.
+QString likeQuery(const QString& selectWhere, const QString& text);
+
+// One column of a grid: the field's position, and how a value is shown.
+struct GridColumn {
+    int position;
+    enum Kind { Text, Money } kind = Text;
+    QString whenNull;
+};
+
+// Fills the grid from the recordset's current row to its end, from row Rows - 1 on, one row more at
+// each step as the forms do it; a spare row stays at the end, for the caller to remove.
+void fillGrid(FlexGrid& grid, Recordset& table, const std::vector<GridColumn>& columns);
+
+// The first row of a click that means a row of data: at least 1, and the key cell is not empty.
+bool onDataRow(const FlexGrid& grid, int keyColumn = 0);

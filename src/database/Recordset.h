@@ -1,0 +1,93 @@
+#pragma once
+
+#include "Connection.h"
+#include "Value.h"
+
+#include <QString>
+
+#include <memory>
+
+enum class CursorType { Dynamic = 2, Static = 3 };
+enum class LockType { ReadOnly = 1, Optimistic = 3 };
+
+class Recordset;
+
+// One field of the current row. Reading and writing at BOF, at EOF or on a deleted row is error
+// 3021; writing to a read-only recordset 3251.
+class Field
+{
+public:
+    Value value() const;
+    operator Value() const { return value(); }
+    bool isNull() const { return value().isNull(); }
+    // Error 94 on Null.
+    QString text() const { return value().text(); }
+    QString textOrEmpty() const { return value().textOrEmpty(); }
+    // Begins an edit of the current row, or writes to the pending new row.
+    void operator=(const Value& value);
+
+private:
+    friend class Recordset;
+    Field(Recordset& recordset, int position) : recordset_(recordset), position_(position) {}
+    Recordset& recordset_;
+    int position_;
+};
+
+// The classic recordset over one table. What each operation does at the edges follows the published
+// "desktop database reference"; see the .cpp for the pages.
+class Recordset
+{
+public:
+    Recordset();
+    ~Recordset();
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+
+    // The three shapes of SELECT: a whole table; with "order by" and one field; with WHERE, one
+    // field, Like and a pattern in apostrophes. Error -2147217900 for anything else, -2147217865 for
+    // an unknown table, -2147217904 for an unknown field, 3705 when open, 3709 without a connection.
+    void Open(const QString& sql, const std::shared_ptr<Connection>& connection, CursorType cursor,
+              LockType lock, int options = -1);
+    // Discards a pending row or edit. Error 3704 when closed.
+    void Close();
+    bool isOpen() const;
+
+    bool eof() const;
+    bool bof() const;
+    // Rows, exact; a pending new row does not count.
+    int RecordCount() const;
+
+    // By position from 0, or by name without regard to case. Error 3265 when there is none.
+    Field Fields(int position);
+    Field Fields(const QString& name);
+    int fieldCount() const;
+
+    void AddNew();
+    // Writes the pending new row, or those fields of an edited row whose new value differs from what
+    // this recordset showed. Error -2147217864 where another wrote the row since it became current.
+    void Update();
+    void CancelUpdate();
+    void Delete();
+
+    // Error 3021 as the published table of moves tells; 3219 while a new row is pending.
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+
+    // "field LIKE '*text*'" forward from the current row, which is looked at first; only the outer
+    // asterisks are wildcards, case is ignored. No match leaves the recordset at EOF. Error 3001 on
+    // an apostrophe in the text or another shape, 3021 without a current row, 3219 while a new row
+    // is pending.
+    void Find(const QString& criterion, int skip = 0);
+
+    // Takes the stored version of the current row anew, keeping what this recordset shows: the next
+    // Update then writes over what others stored since. Only the write-off of stock asks for it.
+    void retakeVersion();
+
+private:
+    friend class Field;
+    friend class Connection;
+    struct State;
+    std::unique_ptr<State> state_;
+};

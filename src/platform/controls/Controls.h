@@ -1,0 +1,302 @@
+#pragma once
+
+#include "EventGate.h"
+#include "Form.h"
+
+#include <QDate>
+#include <QString>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+class QWidget;
+
+// Handles on the stock widgets of a form, reached by object name when the window is made. An array's
+// member "Text1(13)" is the widget "Text1_13". A handle reads and writes the window that the running
+// code means (Form::activeWindow): reaching it from elsewhere loads the form first, and a handler that
+// goes on after its form was unloaded acts on the old window, without effect.
+//
+// Events are bound once, in the form's constructor, and run through the gate (EventGate.h). The plain
+// member binds without index, an array binds with it.
+
+using Handler = std::function<void()>;
+using KeyHandler = std::function<void(int& KeyAscii)>;
+using IndexHandler = std::function<void(int Index)>;
+using IndexKeyHandler = std::function<void(int Index, int& KeyAscii)>;
+
+class Control
+{
+public:
+    Control(Form* form, QString name, int index = -1);
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    const QString& name() const { return name_; }
+    int index() const { return index_; }
+    Form& form() const { return *form_; }
+
+    bool enabled() const;
+    void setEnabled(bool enabled);
+    // What the control itself says, whether or not its form is on show.
+    bool visible() const;
+    void setVisible(bool visible);
+    bool tabStop() const;
+    void setTabStop(bool tabStop);
+    QString toolTipText() const;
+    void setToolTipText(const QString& text);
+    // Error 5 on a disabled or hidden control.
+    void SetFocus();
+
+    void onClick(Handler handler, OnError onError = OnError::Box);
+    void onDblClick(Handler handler, OnError onError = OnError::Box);
+    void onChange(Handler handler, OnError onError = OnError::Box);
+    void onKeyPress(KeyHandler handler, OnError onError = OnError::Box);
+    void onGotFocus(Handler handler, OnError onError = OnError::Box);
+    void onLostFocus(Handler handler, OnError onError = OnError::Box);
+
+    // The stock widget in the window that the running code means.
+    QWidget* widget() const;
+
+protected:
+    friend class Form;
+    friend class FormWindow;
+    friend class ControlArrayBase;
+    // Connects the widget's signals when a window is made.
+    virtual void attach(FormWindow& window, QWidget* widget);
+
+    template <class F> struct Bound {
+        F handler;
+        OnError onError = OnError::Box;
+    };
+    void fire(const Bound<Handler>& event);
+    // The code to use; 0 swallows the key.
+    int fireKeyPress(int keyAscii);
+
+    Bound<Handler> click_, dblClick_, change_, gotFocus_, lostFocus_;
+    Bound<KeyHandler> keyPress_;
+
+private:
+    Form* form_;
+    QString name_;
+    int index_;
+    int slot_;
+};
+
+// QLineEdit, or QPlainTextEdit where it has several lines.
+class TextBox : public Control
+{
+public:
+    using Control::Control;
+
+    QString text() const;
+    // Cut to the maximum length; fires Change before it returns when the text really changed.
+    void setText(const QString& text);
+    bool locked() const;
+    void setLocked(bool locked);
+    // Characters; 0 is no limit. Lowering it leaves the present text alone.
+    int maxLength() const;
+    void setMaxLength(int characters);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+// A text box with a mask of "#" places and literals (dynamic property "mask" of the QLineEdit).
+// Assignment is tolerant and never an error: digits take the next place, a literal that fits is
+// consumed, everything else is dropped. Text is the filled part with its literals, without prompts.
+class MaskEdBox : public Control
+{
+public:
+    using Control::Control;
+
+    QString text() const;
+    void setText(const QString& text);
+    QString clipText() const;
+    QString mask() const;
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+// QLabel.
+class Label : public Control
+{
+public:
+    using Control::Control;
+    QString caption() const;
+    void setCaption(const QString& caption);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+// QGroupBox or QFrame.
+class Frame : public Control
+{
+public:
+    using Control::Control;
+};
+
+// QPushButton.
+class CommandButton : public Control
+{
+public:
+    using Control::Control;
+    QString caption() const;
+    void setCaption(const QString& caption);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+// QCheckBox; value 0, 1 or 2 (grey). A value that changes fires Click; another value is error 380.
+class CheckBox : public Control
+{
+public:
+    using Control::Control;
+    int value() const;
+    void setValue(int value);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+// QComboBox, editable. Click fires when an entry is chosen, Change when the text changes otherwise.
+class ComboBox : public Control
+{
+public:
+    using Control::Control;
+    QString text() const;
+    void setText(const QString& text);
+    int listCount() const;
+    QString list(int index) const;
+    int listIndex() const;
+    void setListIndex(int index);
+    // Error 5 for an index outside 0..ListCount.
+    void AddItem(const QString& text, int index);
+    void Clear();
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+// QDateEdit.
+class DTPicker : public Control
+{
+public:
+    using Control::Control;
+    QDate value() const;
+    void setValue(QDate date);
+};
+
+// A QFrame that holds labels named "<name>_1" to "<name>_n"; one whose dynamic property "shows" is
+// "date" or "time" keeps itself up to date. An index outside is error 35600.
+class StatusBar : public Control
+{
+public:
+    using Control::Control;
+    QString panel(int index) const;
+    void setPanel(int index, const QString& text);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+// QAction, or QMenu for one that holds others. The key of an enabled entry wins over a text box's own
+// use of it.
+class Menu : public Control
+{
+public:
+    using Control::Control;
+    QString caption() const;
+    bool menuEnabled() const;
+    void setMenuEnabled(bool enabled);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+    friend class Form;
+};
+
+// QTableView on a model of the platform's own: one heading row, no fixed columns; Row 0 is the
+// heading. Cells hold text.
+class FlexGrid : public Control
+{
+public:
+    using Control::Control;
+
+    int Rows() const;
+    // Error 30009 below 1. Shrinking cuts texts and pulls Row; growing from the heading alone puts
+    // Row to 1.
+    void setRows(int rows);
+    int Cols() const;
+    void setCols(int cols);
+    int Row() const;
+    // Error 30009 outside.
+    void setRow(int row);
+    // Error 381 outside.
+    QString TextMatrix(int row, int col) const;
+    void setTextMatrix(int row, int col, const QString& text);
+    // Twips, 15 to a pixel at 96 dpi.
+    void setColWidth(int col, int twips);
+
+    // Rows of text computed when they are looked at, standing behind the heading; any change of a
+    // cell or of Rows makes them plain rows. For long lists that nobody sees.
+    void setLazyRows(int count, std::function<QString(int row, int col)> cell);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+};
+
+class ControlArrayBase
+{
+public:
+    ControlArrayBase(Form* form, QString name);
+    virtual ~ControlArrayBase() = default;
+    ControlArrayBase(const ControlArrayBase&) = delete;
+    ControlArrayBase& operator=(const ControlArrayBase&) = delete;
+
+    // Highest index that exists, after the form was loaded once; -1 where there is none.
+    int ubound() const;
+    bool has(int index) const;
+
+    void onClick(IndexHandler handler, OnError onError = OnError::Box);
+    void onChange(IndexHandler handler, OnError onError = OnError::Box);
+    void onKeyPress(IndexKeyHandler handler, OnError onError = OnError::Box);
+    void onGotFocus(IndexHandler handler, OnError onError = OnError::Box);
+    void onLostFocus(IndexHandler handler, OnError onError = OnError::Box);
+
+protected:
+    friend class Form;
+    virtual std::unique_ptr<Control> make(int index) = 0;
+    Control& at(int index) const; // error 340
+    void addMissing(int index);
+
+    Form* form_;
+    QString name_;
+    std::map<int, std::unique_ptr<Control>> members_;
+
+private:
+    void bindMember(Control& member, int index);
+    template <class F> struct Bound {
+        F handler;
+        OnError onError = OnError::Box;
+    };
+    Bound<IndexHandler> click_, change_, gotFocus_, lostFocus_;
+    Bound<IndexKeyHandler> keyPress_;
+};
+
+// Indexes may have gaps; one that does not exist is error 340.
+template <class T> class ControlArray : public ControlArrayBase
+{
+public:
+    using ControlArrayBase::ControlArrayBase;
+    T& operator()(int index) const { return static_cast<T&>(at(index)); }
+
+protected:
+    std::unique_ptr<Control> make(int index) override
+    {
+        return std::make_unique<T>(form_, name_, index);
+    }
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+
+class Form;
+
+// What becomes of an error that leaves an event handler.
+enum class OnError {
+    Box,    // critical box with the form's title, "Erro nº ", number, line break, description
+    Silent, // nothing is shown
+    End     // the fault ends the program
+};
+
+// The one boundary between the toolkit and form code. Every event, whoever fired it, runs through
+// it: an error that leaves the handler never reaches the code whose assignment fired the event.
+namespace gate {
+
+void run(Form& form, OnError onError, const std::function<void()>& handler);
+
+// True while a handler runs. Outermost is each event that an event loop delivers, a loop nested in a
+// handler included.
+bool inEvent();
+
+// What is durable at the end of each outermost event, and before any box, dialog or modal form is
+// shown from within one. The database sets it.
+void setSettleHook(std::function<void()> hook);
+void settle();
+
+// Around an event loop that a handler runs (a box, a dialog, a modal form): settles, and makes the
+// events of that loop outermost ones.
+class NestedLoop
+{
+public:
+    NestedLoop();
+    ~NestedLoop();
+    NestedLoop(const NestedLoop&) = delete;
+    NestedLoop& operator=(const NestedLoop&) = delete;
+
+private:
+    int depth_;
+};
+
+} // namespace gate

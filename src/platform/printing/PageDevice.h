@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Printer.h"
+
+#include <memory>
+
+// Where finished pages go: a system printer, a PDF file, a preview before either, or a recorder.
+class PageDevice
+{
+public:
+    virtual ~PageDevice() = default;
+    // Error 482 where the pages could not be put out whole.
+    virtual void put(const std::vector<Page>& pages, const QString& documentName) = 0;
+};
+
+// Keeps the pages; each run reads "x,y size bold text" as a line, for tests.
+class RecordingDevice : public PageDevice
+{
+public:
+    void put(const std::vector<Page>& pages, const QString& documentName) override;
+    const std::vector<std::vector<Page>>& documents() const { return documents_; }
+    // The last document, one line a run, pages divided by a line "--- page".
+    QStringList lines() const;
+
+private:
+    std::vector<std::vector<Page>> documents_;
+};
+
+// Writes a PDF of A4 pages with the texts as texts. The file is written to a temporary name and
+// renamed. An empty path stands for "<document name> <date> <time>.pdf" in the user's documents folder.
+class PdfDevice : public PageDevice
+{
+public:
+    explicit PdfDevice(QString path = {});
+    void put(const std::vector<Page>& pages, const QString& documentName) override;
+    // The file last written.
+    const QString& writtenPath() const { return writtenPath_; }
+
+private:
+    QString path_;
+    QString writtenPath_;
+};
+
+class SystemPrinterDevice : public PageDevice
+{
+public:
+    explicit SystemPrinterDevice(QString printerName);
+    void put(const std::vector<Page>& pages, const QString& documentName) override;
+
+private:
+    QString printerName_;
+};
+
+// Shows the pages in a window; they go to the inner device when the user prints from there.
+class PreviewDevice : public PageDevice
+{
+public:
+    explicit PreviewDevice(std::shared_ptr<PageDevice> inner);
+    void put(const std::vector<Page>& pages, const QString& documentName) override;
+
+private:
+    std::shared_ptr<PageDevice> inner_;
+};
