@@ -12,12 +12,21 @@ void prepareApplication(QApplication& application);
 // Runs the event loop until the last visible form is gone and no handler runs.
 int runApplication();
 
-enum class EndReason { ExitQuestion, SecondInstance, Fault };
+enum class EndReason
+{
+    ExitQuestion,
+    SecondInstance,
+    Fault
+};
 
 // Ends the program at once, with no clean-up and no event of any form; what was stored before stays
 // stored. Exit status 0, for a fault 1. Under tests it returns, and every later event does nothing.
 void endProgram(EndReason reason);
 void setEndProgramForTests(std::function<void(EndReason)> end);
+bool programEnded();
+
+// True while runApplication has the event loop.
+bool applicationRuns();
 
 // Puts the key into the queue: it acts after the running handler, on what has the focus then.
 // "{TAB}" is the one key that the system sends.

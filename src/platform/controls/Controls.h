@@ -12,13 +12,13 @@
 
 class QWidget;
 
-// Handles on the stock widgets of a form, reached by object name when the window is made. An array's
-// member "Text1(13)" is the widget "Text1_13". A handle reads and writes the window that the running
-// code means (Form::activeWindow): reaching it from elsewhere loads the form first, and a handler that
-// goes on after its form was unloaded acts on the old window, without effect.
+// Handles on the stock widgets of a form, reached by object name when the window is made. An
+// array's member "Text1(13)" is the widget "Text1_13". A handle reads and writes the window that
+// the running code means (Form::activeWindow): reaching it from elsewhere loads the form first, and
+// a handler that goes on after its form was unloaded acts on the old window, without effect.
 //
-// Events are bound once, in the form's constructor, and run through the gate (EventGate.h). The plain
-// member binds without index, an array binds with it.
+// Events are bound once, in the form's constructor, and run through the gate (EventGate.h). The
+// plain member binds without index, an array binds with it.
 
 using Handler = std::function<void()>;
 using KeyHandler = std::function<void(int& KeyAscii)>;
@@ -66,7 +66,8 @@ protected:
     // Connects the widget's signals when a window is made.
     virtual void attach(FormWindow& window, QWidget* widget);
 
-    template <class F> struct Bound {
+    template <class F> struct Bound
+    {
         F handler;
         OnError onError = OnError::Box;
     };
@@ -76,6 +77,10 @@ protected:
 
     Bound<Handler> click_, dblClick_, change_, gotFocus_, lostFocus_;
     Bound<KeyHandler> keyPress_;
+
+    int slot() const { return slot_; }
+    // The same for what is no widget, as a menu's entry.
+    QObject* object() const;
 
 private:
     Form* form_;
@@ -204,8 +209,8 @@ protected:
     void attach(FormWindow& window, QWidget* widget) override;
 };
 
-// QAction, or QMenu for one that holds others. The key of an enabled entry wins over a text box's own
-// use of it.
+// QAction, or QMenu for one that holds others. The key of an enabled entry wins over a text box's
+// own use of it.
 class Menu : public Control
 {
 public:
@@ -216,11 +221,11 @@ public:
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
-    friend class Form;
 };
 
 // QTableView on a model of the platform's own: one heading row, no fixed columns; Row 0 is the
-// heading. Cells hold text.
+// heading. Cells hold text. Design values by dynamic properties: "cols" (number of columns) and
+// "numberColumns" (those aligned to the right, as "2,4").
 class FlexGrid : public Control
 {
 public:
@@ -279,7 +284,8 @@ protected:
 
 private:
     void bindMember(Control& member, int index);
-    template <class F> struct Bound {
+    template <class F> struct Bound
+    {
         F handler;
         OnError onError = OnError::Box;
     };

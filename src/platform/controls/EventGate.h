@@ -5,7 +5,8 @@
 class Form;
 
 // What becomes of an error that leaves an event handler.
-enum class OnError {
+enum class OnError
+{
     Box,    // critical box with the form's title, "Erro nº ", number, line break, description
     Silent, // nothing is shown
     End     // the fault ends the program
@@ -17,14 +18,18 @@ namespace gate {
 
 void run(Form& form, OnError onError, const std::function<void()>& handler);
 
-// True while a handler runs. Outermost is each event that an event loop delivers, a loop nested in a
-// handler included.
+// True while a handler runs. Outermost is each event that an event loop delivers, a loop nested in
+// a handler included.
 bool inEvent();
 
-// What is durable at the end of each outermost event, and before any box, dialog or modal form is
-// shown from within one. The database sets it.
-void setSettleHook(std::function<void()> hook);
-void settle();
+// The moments at which writes become durable. The database hooks in; forms know nothing of it.
+enum class Moment
+{
+    BeforeDialog, // a box, dialog or modal form is about to be shown from within the event
+    EventEnd      // the outermost event ended, well or by an error
+};
+void setSettleHook(std::function<void(Moment)> hook);
+void settle(Moment moment);
 
 // Around an event loop that a handler runs (a box, a dialog, a modal form): settles, and makes the
 // events of that loop outermost ones.

@@ -13,12 +13,16 @@ class ControlArrayBase;
 class FormWindow;
 class QWidget;
 
-enum class ShowStyle { Modeless, Modal };
+enum class ShowStyle
+{
+    Modeless,
+    Modal
+};
 
 // A form: a single instance, reached by its name, that lives as long as the program. Its window is
 // made from the .ui file at load and released at unload, so that loading again gives the design
-// values back; a handler still running then finishes on the old controls, without effect. The window
-// is a plain QWidget: Enter and Esc press nothing by themselves.
+// values back; a handler still running then finishes on the old controls, without effect. The
+// window is a plain QWidget: Enter and Esc press nothing by themselves.
 class Form
 {
 public:
@@ -50,6 +54,10 @@ public:
     // A control by its name, or null; loads the form.
     Control* control(const QString& name, int index = -1);
 
+    // Focus went to this form from another form of the program, or left it for one.
+    void focusArrived();
+    void focusLeft();
+
     // The window that the running code means: the one of the handler in progress, else the present
     // one, loading the form where it has none. Null only while no window was ever made.
     FormWindow* activeWindow() const;
@@ -77,10 +85,15 @@ private:
     MakeWindow makeWindow_;
     std::vector<Control*> controls_;
     std::vector<ControlArrayBase*> arrays_;
-    std::shared_ptr<FormWindow> window_;     // present or last
+    std::shared_ptr<FormWindow> window_; // present or last
     bool loading_ = false;
     bool neverLoadsAgain_ = false;
+    bool unloading_ = false;
 };
+
+// Tests run this script instead of waiting until a modal form is gone; a form that the script
+// leaves open is then unloaded.
+void setModalScriptForTests(std::function<void(Form&)> script);
 
 // The usual window of a form: makeWindow<Ui::Form1Cli>().
 template <class Ui, class Window = QWidget> Form::MakeWindow makeWindow()

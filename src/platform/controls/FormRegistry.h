@@ -6,8 +6,8 @@
 #include <map>
 #include <memory>
 
-// Forms by their names, created at first use. Filled by the program's start, which alone knows every
-// form; so a form can open another one that it must not depend on.
+// Forms by their names, created at first use. Filled by the program's start, which alone knows
+// every form; so a form can open another one that it must not depend on.
 class FormRegistry
 {
 public:
@@ -37,5 +37,6 @@ template <class T> T& form()
 // Makes a form known under its own name: addForm<Form1Cli>().
 template <class T> void addForm()
 {
-    FormRegistry::instance().add(QString::fromLatin1(T::Name), [] { return std::make_unique<T>(); });
+    FormRegistry::instance().add(QString::fromLatin1(T::Name),
+                                 [] { return std::make_unique<T>(); });
 }

@@ -4,11 +4,31 @@
 
 #include <functional>
 
-enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
-enum class BoxIcon { None, Critical, Question, Exclamation, Information };
-enum class Answer { Ok, Cancel, Yes, No };
+enum class BoxButtons
+{
+    Ok,
+    OkCancel,
+    YesNo,
+    YesNoCancel
+};
+enum class BoxIcon
+{
+    None,
+    Critical,
+    Question,
+    Exclamation,
+    Information
+};
+enum class Answer
+{
+    Ok,
+    Cancel,
+    Yes,
+    No
+};
 
-struct Box {
+struct Box
+{
     QString text;
     BoxButtons buttons = BoxButtons::Ok;
     BoxIcon icon = BoxIcon::None;

@@ -1,0 +1,127 @@
+#include "Application.h"
+
+#include "EventGate.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLibraryInfo>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QTranslator>
+#include <QWidget>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct ProgramState
+{
+    bool running = false;
+    bool ended = false;
+    std::function<void(EndReason)> endForTests;
+};
+
+ProgramState& state()
+{
+    static ProgramState programState;
+    return programState;
+}
+
+QPalette quietPalette()
+{
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(0xf3, 0xf4, 0xf6));
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::AlternateBase, QColor(0xf1, 0xf5, 0xfa));
+    palette.setColor(QPalette::Text, QColor(0x1c, 0x24, 0x2c));
+    palette.setColor(QPalette::WindowText, QColor(0x1c, 0x24, 0x2c));
+    palette.setColor(QPalette::ButtonText, QColor(0x1c, 0x24, 0x2c));
+    palette.setColor(QPalette::Button, QColor(0xe6, 0xea, 0xef));
+    palette.setColor(QPalette::Highlight, QColor(0x2b, 0x6c, 0xb0));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xfb, 0xe6));
+    palette.setColor(QPalette::ToolTipText, QColor(0x1c, 0x24, 0x2c));
+    const QColor faint(0x9a, 0xa3, 0xad);
+    palette.setColor(QPalette::Disabled, QPalette::Text, faint);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, faint);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, faint);
+    palette.setColor(QPalette::Disabled, QPalette::Base, QColor(0xec, 0xee, 0xf1));
+    return palette;
+}
+
+void sendTab()
+{
+    QWidget* target = QApplication::focusWidget();
+    if (!target)
+        return;
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
+    QApplication::sendEvent(target, &press);
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Tab, Qt::NoModifier, u"\t"_s);
+    QApplication::sendEvent(target, &release);
+}
+
+} // namespace
+
+void prepareApplication(QApplication& application)
+{
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setPalette(quietPalette());
+    QApplication::setApplicationName(u"Vorbelo"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+    // The words of the toolkit's own dialogs and menus; without the file they stay English.
+    auto* translator = new QTranslator(&application);
+    if (translator->load(u"qtbase_pt_BR"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+}
+
+int runApplication()
+{
+    state().running = true;
+    const int status = QApplication::exec();
+    state().running = false;
+    return status;
+}
+
+bool applicationRuns()
+{
+    return state().running;
+}
+
+void endProgram(EndReason reason)
+{
+    gate::settle(gate::Moment::EventEnd);
+    if (state().endForTests) {
+        state().ended = true;
+        state().endForTests(reason);
+        return;
+    }
+    std::fflush(nullptr);
+    std::_Exit(reason == EndReason::Fault ? 1 : 0);
+}
+
+void setEndProgramForTests(std::function<void(EndReason)> end)
+{
+    state().ended = false;
+    state().endForTests = std::move(end);
+}
+
+bool programEnded()
+{
+    return state().ended;
+}
+
+void SendKeys(const QString& keys)
+{
+    if (keys == u"{TAB}"_s)
+        QMetaObject::invokeMethod(qApp, &sendTab, Qt::QueuedConnection);
+}
+
+void DoEvents()
+{
+    gate::NestedLoop nested;
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}

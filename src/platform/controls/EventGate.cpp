@@ -1,0 +1,124 @@
+#include "EventGate.h"
+
+#include "Application.h"
+#include "Form.h"
+#include "FormRegistry.h"
+#include "FormWindow.h"
+#include "GateFrames.h"
+#include "MsgBox.h"
+#include "RuntimeError.h"
+
+#include <QApplication>
+#include <QTextStream>
+
+#include <cstdio>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct GateState
+{
+    std::vector<GateFrame> frames;
+    int depth = 0; // within the innermost event loop
+    std::function<void(gate::Moment)> settleHook;
+};
+
+GateState& state()
+{
+    static GateState gateState;
+    return gateState;
+}
+
+QString message(const RuntimeError& error)
+{
+    return u"Erro nº "_s + QString::number(error.number()) + u'\n' + error.description();
+}
+
+void report(const Form& form, OnError onError, const RuntimeError& error)
+{
+    switch (onError) {
+    case OnError::Silent:
+        return;
+    case OnError::Box:
+        MsgBox(message(error), BoxButtons::Ok, BoxIcon::Critical, form.caption());
+        return;
+    case OnError::End:
+        std::fprintf(stderr, "%s\n", qPrintable(message(error).replace(u'\n', u' ')));
+        MsgBox(message(error), BoxButtons::Ok, BoxIcon::Critical);
+        endProgram(EndReason::Fault);
+        return;
+    }
+}
+
+bool anyFormVisible()
+{
+    for (const Form* form : FormRegistry::instance().loadedForms())
+        if (form->isVisible())
+            return true;
+    return false;
+}
+
+} // namespace
+
+const GateFrame* innermostFrame()
+{
+    return state().frames.empty() ? nullptr : &state().frames.back();
+}
+
+void resetGateForTests()
+{
+    state().frames.clear();
+    state().depth = 0;
+}
+
+namespace gate {
+
+void run(Form& form, OnError onError, const std::function<void()>& handler)
+{
+    if (programEnded())
+        return;
+    state().frames.push_back({&form, form.window_});
+    ++state().depth;
+    try {
+        handler();
+    } catch (const RuntimeError& error) {
+        report(form, onError, error);
+    }
+    --state().depth;
+    if (state().depth == 0)
+        settle(Moment::EventEnd);
+    state().frames.pop_back();
+    // The end of the last form ends the program, once no handler runs any more.
+    if (state().frames.empty() && applicationRuns() && !anyFormVisible())
+        QCoreApplication::quit();
+}
+
+bool inEvent()
+{
+    return state().depth > 0;
+}
+
+void setSettleHook(std::function<void(Moment)> hook)
+{
+    state().settleHook = std::move(hook);
+}
+
+void settle(Moment moment)
+{
+    if (state().settleHook)
+        state().settleHook(moment);
+}
+
+NestedLoop::NestedLoop() : depth_(state().depth)
+{
+    settle(Moment::BeforeDialog);
+    state().depth = 0;
+}
+
+NestedLoop::~NestedLoop()
+{
+    state().depth = depth_;
+}
+
+} // namespace gate

@@ -1,0 +1,168 @@
+#include "Controls.h"
+
+#include "FormWindow.h"
+#include "GridModel.h"
+#include "RuntimeError.h"
+
+#include <QHeaderView>
+#include <QTableView>
+
+#include <algorithm>
+
+namespace {
+
+GridModel* modelOf(const QWidget* widget)
+{
+    const auto* view = qobject_cast<const QTableView*>(widget);
+    return view ? static_cast<GridModel*>(view->model()) : nullptr;
+}
+
+void checkCell(const GridModel& model, int row, int col)
+{
+    if (row < 0 || row >= model.rows() || col < 0 || col >= model.cols())
+        throw RuntimeError(RuntimeError::InvalidPropertyIndex);
+}
+
+} // namespace
+
+int FlexGrid::Rows() const
+{
+    const GridModel* model = modelOf(widget());
+    return model ? model->rows() : 0;
+}
+
+void FlexGrid::setRows(int rows)
+{
+    if (rows < 1)
+        throw RuntimeError(RuntimeError::InvalidGridRow);
+    if (GridModel* model = modelOf(widget()))
+        model->setRows(rows);
+}
+
+int FlexGrid::Cols() const
+{
+    const GridModel* model = modelOf(widget());
+    return model ? model->cols() : 0;
+}
+
+void FlexGrid::setCols(int cols)
+{
+    if (cols < 1)
+        throw RuntimeError(RuntimeError::InvalidGridCol);
+    if (GridModel* model = modelOf(widget()))
+        model->setCols(cols);
+}
+
+int FlexGrid::Row() const
+{
+    const GridModel* model = modelOf(widget());
+    return model ? model->currentRow() : 0;
+}
+
+void FlexGrid::setRow(int row)
+{
+    GridModel* model = modelOf(widget());
+    if (!model)
+        return;
+    if (row < 0 || row >= model->rows())
+        throw RuntimeError(RuntimeError::InvalidGridRow);
+    model->setCurrentRow(row);
+}
+
+QString FlexGrid::TextMatrix(int row, int col) const
+{
+    const GridModel* model = modelOf(widget());
+    if (!model)
+        return {};
+    checkCell(*model, row, col);
+    return model->text(row, col);
+}
+
+void FlexGrid::setTextMatrix(int row, int col, const QString& text)
+{
+    GridModel* model = modelOf(widget());
+    if (!model)
+        return;
+    checkCell(*model, row, col);
+    model->setText(row, col, text);
+}
+
+void FlexGrid::setColWidth(int col, int twips)
+{
+    auto* view = qobject_cast<QTableView*>(widget());
+    if (!view)
+        return;
+    if (twips < -1)
+        throw RuntimeError(RuntimeError::InvalidColWidth);
+    constexpr int DefaultTwips = 960;
+    constexpr int TwipsPerPixel = 15;
+    view->setColumnWidth(col, (twips < 0 ? DefaultTwips : twips) / TwipsPerPixel *
+                                  view->logicalDpiX() / 96);
+}
+
+void FlexGrid::setLazyRows(int count, std::function<QString(int row, int col)> cell)
+{
+    if (GridModel* model = modelOf(widget()))
+        model->setLazyRows(count, std::move(cell));
+}
+
+void FlexGrid::attach(FormWindow& window, QWidget* widget)
+{
+    auto* view = qobject_cast<QTableView*>(widget);
+    if (!view)
+        return;
+    auto* model = new GridModel(view);
+    const QString numbers = view->property("numberColumns").toString();
+    std::vector<int> numberColumns;
+    for (const QString& column : numbers.split(u',', Qt::SkipEmptyParts))
+        numberColumns.push_back(column.toInt());
+    model->setNumberColumns(std::move(numberColumns));
+    const int columns = view->property("cols").toInt();
+    if (columns > 0)
+        model->setCols(columns);
+    model->publish();
+    view->setModel(model);
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setSelectionMode(QAbstractItemView::SingleSelection);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->setAlternatingRowColors(true);
+    view->setTabKeyNavigation(false);
+    view->setWordWrap(false);
+    view->setShowGrid(false);
+    view->verticalHeader()->hide();
+    view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
+    view->horizontalHeader()->setSectionsClickable(true);
+    view->horizontalHeader()->setHighlightSections(false);
+    view->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+
+    const auto showRow = [view, model] {
+        const QSignalBlocker quiet(view->selectionModel());
+        const int row = model->currentRow() - 1;
+        if (row >= 0 && row < model->rowCount())
+            view->selectRow(row);
+    };
+    QObject::connect(model, &GridModel::published, view, showRow);
+    QObject::connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, &window,
+                     [model, &window](const QModelIndex& current) {
+                         if (window.alive() && current.isValid() &&
+                             current.row() + 1 < model->rows())
+                             model->noteCurrentRow(current.row() + 1);
+                     });
+    QObject::connect(view, &QTableView::clicked, &window, [this, &window] {
+        if (window.alive())
+            fire(click_);
+    });
+    QObject::connect(view, &QTableView::doubleClicked, &window, [this, &window] {
+        if (window.alive())
+            fire(dblClick_);
+    });
+    // A click on the heading selects the column, and Row is then the first row of data.
+    QObject::connect(view->horizontalHeader(), &QHeaderView::sectionClicked, &window,
+                     [this, model, &window] {
+                         if (!window.alive())
+                             return;
+                         model->setCurrentRow(model->rows() > 1 ? 1 : 0);
+                         fire(click_);
+                     });
+}

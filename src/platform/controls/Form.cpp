@@ -1,0 +1,240 @@
+#include "Form.h"
+
+#include "Controls.h"
+#include "FormRegistry.h"
+#include "FormWindow.h"
+#include "GateFrames.h"
+#include "RuntimeError.h"
+
+#include <QApplication>
+#include <QHash>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+std::function<void(Form&)>& modalScript()
+{
+    static std::function<void(Form&)> script;
+    return script;
+}
+
+std::vector<Form*>& modalForms()
+{
+    static std::vector<Form*> forms;
+    return forms;
+}
+
+// A second form opens over the one in use, whole on its screen.
+void placeOver(QWidget& window, const QWidget* below)
+{
+    window.adjustSize();
+    if (!below || !below->isVisible())
+        return;
+    const QRect screen = below->screen()->availableGeometry();
+    QRect place(QPoint(0, 0), window.size());
+    place.moveCenter(below->frameGeometry().center());
+    place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
+    place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
+    window.move(place.topLeft());
+}
+
+} // namespace
+
+void setModalScriptForTests(std::function<void(Form&)> script)
+{
+    modalScript() = std::move(script);
+    modalForms().clear();
+}
+
+Form::Form(QString name, MakeWindow makeWindow)
+    : name_(std::move(name)), makeWindow_(std::move(makeWindow))
+{
+}
+
+Form::~Form()
+{
+    if (window_)
+        window_->die();
+    std::erase(modalForms(), this);
+}
+
+int Form::addControl(Control* control)
+{
+    controls_.push_back(control);
+    return static_cast<int>(controls_.size()) - 1;
+}
+
+void Form::addArray(ControlArrayBase* array)
+{
+    arrays_.push_back(array);
+}
+
+void Form::bind(FormWindow& window)
+{
+    QHash<QString, QObject*> named;
+    for (QObject* object : window.widget()->findChildren<QObject*>())
+        if (!object->objectName().isEmpty())
+            named.insert(object->objectName(), object);
+    for (ControlArrayBase* array : arrays_) {
+        const QString head = array->name_ + u'_';
+        for (auto it = named.cbegin(); it != named.cend(); ++it) {
+            bool isIndex = false;
+            const int index = it.key().startsWith(head)
+                                  ? QStringView(it.key()).mid(head.size()).toInt(&isIndex)
+                                  : -1;
+            if (isIndex)
+                array->addMissing(index);
+        }
+    }
+    for (Control* control : controls_) {
+        QString name = control->name();
+        if (control->index() >= 0)
+            name += u'_' + QString::number(control->index());
+        QObject* object = named.value(name);
+        if (!object)
+            throw std::logic_error(qPrintable(name_ + QStringLiteral(" has no control ") + name));
+        window.setObject(control->slot_, object, control);
+        control->attach(window, qobject_cast<QWidget*>(object));
+    }
+}
+
+bool Form::isLoaded() const
+{
+    return window_ && window_->alive();
+}
+
+void Form::load()
+{
+    if (isLoaded() || (neverLoadsAgain_ && window_))
+        return;
+    window_ = std::make_shared<FormWindow>(*this, makeWindow_());
+    bind(*window_);
+    bool failed = false;
+    gate::run(*this, OnError::Box, [this, &failed] {
+        try {
+            Form_Load();
+        } catch (const RuntimeError&) {
+            failed = true;
+            throw;
+        }
+    });
+    if (failed)
+        unload();
+}
+
+void Form::unload()
+{
+    if (!isLoaded() || unloading_)
+        return;
+    unloading_ = true;
+    const std::shared_ptr<FormWindow> window = window_;
+    gate::run(*this, OnError::Box, [this] { Form_Unload(); });
+    window->die();
+    std::erase(modalForms(), this);
+    if (!neverLoadsAgain_ && window_ == window)
+        window_.reset();
+    unloading_ = false;
+}
+
+void Form::show(ShowStyle style)
+{
+    if (style == ShowStyle::Modal && isVisible())
+        throw RuntimeError(RuntimeError::AlreadyDisplayed);
+    if (style == ShowStyle::Modeless && !modalForms().empty())
+        throw RuntimeError(RuntimeError::ModalFormDisplayed);
+    load();
+    if (!isLoaded())
+        return;
+    const std::shared_ptr<FormWindow> shown = window_;
+    QWidget& window = *shown->widget();
+    const bool again = window.isVisible();
+    if (!again) {
+        const QWidget* below = QApplication::activeWindow();
+        placeOver(window, below);
+        window.setWindowModality(style == ShowStyle::Modal ? Qt::ApplicationModal : Qt::NonModal);
+        if (style == ShowStyle::Modal && below) {
+            window.winId();
+            window.windowHandle()->setTransientParent(below->window()->windowHandle());
+        }
+    }
+    if (style == ShowStyle::Modal)
+        modalForms().push_back(this);
+    window.show();
+    window.raise();
+    window.activateWindow();
+    if (!window.focusWidget()) {
+        QWidget* first = window.nextInFocusChain();
+        while (first != &window && !((first->focusPolicy() & Qt::TabFocus) && first->isEnabled() &&
+                                     !first->isHidden() && first->isVisibleTo(&window)))
+            first = first->nextInFocusChain();
+        if (first != &window)
+            first->setFocus(Qt::TabFocusReason);
+    }
+    if (style == ShowStyle::Modeless)
+        return;
+    const gate::NestedLoop nested;
+    if (modalScript()) {
+        modalScript()(*this);
+        if (shown->alive())
+            unload();
+    } else {
+        shown->waitUntilGone();
+    }
+    std::erase(modalForms(), this);
+}
+
+bool Form::isVisible() const
+{
+    return isLoaded() && window_->widget()->isVisible();
+}
+
+QString Form::caption() const
+{
+    const FormWindow* window = activeWindow();
+    return window ? window->widget()->windowTitle() : QString();
+}
+
+void Form::setCaption(const QString& caption)
+{
+    if (const FormWindow* window = activeWindow())
+        window->widget()->setWindowTitle(caption);
+}
+
+QWidget* Form::window() const
+{
+    return window_ ? window_->widget() : nullptr;
+}
+
+Control* Form::control(const QString& name, int index)
+{
+    load();
+    const auto it = std::find_if(controls_.begin(), controls_.end(), [&](const Control* control) {
+        return control->name() == name && control->index() == index;
+    });
+    return it == controls_.end() ? nullptr : *it;
+}
+
+void Form::focusArrived()
+{
+    gate::run(*this, OnError::Box, [this] { Form_Activate(); });
+}
+
+void Form::focusLeft()
+{
+    gate::run(*this, OnError::Box, [this] { Form_Deactivate(); });
+}
+
+FormWindow* Form::activeWindow() const
+{
+    const GateFrame* frame = innermostFrame();
+    if (frame && frame->form == this && frame->window)
+        return frame->window.get();
+    if (!isLoaded())
+        const_cast<Form*>(this)->load();
+    return window_.get();
+}

@@ -1,0 +1,231 @@
+#include "FormWindow.h"
+
+#include "Controls.h"
+#include "EventGate.h"
+#include "Form.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+
+namespace {
+
+// The code that KeyPress tells: 13, 27 and 8 for the named keys, else the character's; 0 for a key
+// that gives no character, which fires no KeyPress.
+int keyCode(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return event.modifiers() & Qt::ControlModifier ? 0 : 13;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Delete:
+        return 0;
+    default:
+        break;
+    }
+    if ((event.modifiers() & Qt::AltModifier) || event.text().isEmpty())
+        return 0;
+    return event.text().front().unicode();
+}
+
+FormWindow* windowOf(const QWidget* widget)
+{
+    return widget ? widget->window()->findChild<FormWindow*>(QString(), Qt::FindDirectChildrenOnly)
+                  : nullptr;
+}
+
+// Tells the windows about focus that moves between their controls, and the forms about focus that
+// moves between forms. Boxes, dialogs and other programs are no forms.
+class FocusWatch : public QObject
+{
+public:
+    FocusWatch() : QObject(qApp)
+    {
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+            FormWindow* window = windowOf(now);
+            if (!window || !window->alive() || QApplication::activePopupWidget())
+                return;
+            const QWidget* modal = QApplication::activeModalWidget();
+            if (modal && modal != window->widget())
+                return; // a window behind a modal one takes no input
+            if (active_ != window) {
+                const QPointer<FormWindow> former = active_;
+                active_ = window;
+                if (former && former->alive())
+                    former->form().focusLeft();
+                if (window->alive())
+                    window->form().focusArrived();
+            }
+            window->focusMoved(now);
+        });
+    }
+
+private:
+    QPointer<FormWindow> active_;
+};
+
+void watchFocus()
+{
+    static QPointer<FocusWatch> watch;
+    if (!watch)
+        watch = new FocusWatch;
+}
+
+} // namespace
+
+FormWindow::FormWindow(Form& form, std::unique_ptr<QWidget> widget)
+    : QObject(widget.get()), form_(form), widget_(std::move(widget))
+{
+    setParent(nullptr);
+    // Found again from any widget of the window.
+    auto* anchor = this;
+    anchor->setParent(widget_.get());
+    widget_->installEventFilter(this);
+    watchFocus();
+}
+
+FormWindow::~FormWindow()
+{
+    setParent(nullptr);
+    // A handler of one of the controls may still be on its way back through the toolkit.
+    if (QWidget* widget = widget_.release()) {
+        widget->removeEventFilter(this);
+        widget->deleteLater();
+    }
+}
+
+void FormWindow::die()
+{
+    alive_ = false;
+    widget_->hide();
+    if (loop_)
+        loop_->quit();
+}
+
+QObject* FormWindow::object(int slot) const
+{
+    return slot < static_cast<int>(objects_.size()) ? objects_[static_cast<size_t>(slot)] : nullptr;
+}
+
+void FormWindow::setObject(int slot, QObject* object, Control* control)
+{
+    if (slot >= static_cast<int>(objects_.size()))
+        objects_.resize(static_cast<size_t>(slot) + 1);
+    objects_[static_cast<size_t>(slot)] = object;
+    controls_.insert(object, control);
+    object->installEventFilter(this);
+    if (const auto* view = qobject_cast<QTableView*>(object)) {
+        view->viewport()->installEventFilter(this);
+        controls_.insert(view->viewport(), control);
+    }
+}
+
+void FormWindow::waitUntilGone()
+{
+    if (!alive_)
+        return;
+    QEventLoop loop;
+    loop_ = &loop;
+    loop.exec();
+}
+
+void FormWindow::focusMoved(QWidget* now)
+{
+    while (now && !controls_.contains(now) && now != widget_.get())
+        now = now->parentWidget();
+    if (!now || now == lastFocus_)
+        return;
+    const QPointer<QWidget> former = lastFocus_;
+    lastFocus_ = now;
+    if (Control* left = controlOf(former))
+        left->fire(left->lostFocus_);
+    // A handler that took the focus elsewhere has told that control already.
+    if (lastFocus_ == now && alive_)
+        if (Control* entered = controlOf(now))
+            entered->fire(entered->gotFocus_);
+}
+
+bool FormWindow::keyPressed(Control& control, QWidget& widget, QKeyEvent& event)
+{
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (const int code = keyCode(event)) {
+        const int use = control.fireKeyPress(code);
+        if (use == 0 || !alive_)
+            return true;
+        if (use != code) {
+            QKeyEvent replaced(QEvent::KeyPress, 0, Qt::NoModifier, QString(QChar(use)));
+            replacingKey_ = true;
+            QCoreApplication::sendEvent(&widget, &replaced);
+            replacingKey_ = false;
+            return true;
+        }
+    }
+    if (!isEnter)
+        return false;
+    if (auto* button = qobject_cast<QAbstractButton*>(&widget)) {
+        if (qobject_cast<QPushButton*>(button))
+            button->click();
+        return true;
+    }
+    // In a box of several lines Enter moves on, as the form says; Ctrl+Enter breaks the line.
+    if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget))
+        if (event.modifiers() & Qt::ControlModifier && !edit->isReadOnly())
+            edit->insertPlainText(QStringLiteral("\n"));
+    return true;
+}
+
+bool FormWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (!alive_)
+        return event->type() == QEvent::KeyPress || event->type() == QEvent::Close;
+    switch (event->type()) {
+    case QEvent::Close:
+        if (watched != widget_.get())
+            return false;
+        event->ignore();
+        gate::run(form_, OnError::Box, [this] { form_.unload(); });
+        return true;
+    case QEvent::ShortcutOverride: {
+        // The key of an enabled menu entry wins over a text box's own use of it.
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const QKeySequence pressed(key->keyCombination());
+        for (const QAction* action : widget_->findChildren<QAction*>())
+            if (action->isEnabled() && action->shortcut() == pressed && !pressed.isEmpty()) {
+                event->ignore();
+                return true;
+            }
+        return false;
+    }
+    case QEvent::KeyPress: {
+        Control* control = controlOf(watched);
+        auto* widget = qobject_cast<QWidget*>(watched);
+        if (!control || !widget || replacingKey_)
+            return false;
+        return keyPressed(*control, *widget, *static_cast<QKeyEvent*>(event));
+    }
+    case QEvent::MouseButtonRelease:
+        // A click beside all rows is a click on the grid, too.
+        if (const auto* viewport = qobject_cast<QWidget*>(watched))
+            if (const auto* view = qobject_cast<QTableView*>(viewport->parent()))
+                if (view->viewport() == viewport &&
+                    !view->indexAt(static_cast<QMouseEvent*>(event)->position().toPoint())
+                         .isValid())
+                    if (Control* control = controlOf(watched))
+                        control->fire(control->click_);
+        return false;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <memory>
+
+class Form;
+class FormWindow;
+
+// A handler in progress: whose it is, and the window on which it began.
+struct GateFrame
+{
+    Form* form;
+    std::shared_ptr<FormWindow> window;
+};
+
+// Of the handler that runs just now; null where none does.
+const GateFrame* innermostFrame();
+
+// Forgets handlers that a test left by an exception.
+void resetGateForTests();

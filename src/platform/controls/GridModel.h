@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QAbstractTableModel>
+
+#include <functional>
+#include <vector>
+
+// The texts of a grid. Rows count the heading; the views see the rows behind it. Views are told
+// once, when the running event is through, however many cells it filled.
+class GridModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    explicit GridModel(QObject* parent);
+
+    int rows() const { return rows_; }
+    void setRows(int rows);
+    int cols() const { return cols_; }
+    void setCols(int cols);
+    QString text(int row, int col) const;
+    void setText(int row, int col, const QString& text);
+    void setLazyRows(int count, std::function<QString(int row, int col)> cell);
+    void setNumberColumns(std::vector<int> columns) { numberColumns_ = std::move(columns); }
+
+    int currentRow() const { return currentRow_; }
+    void setCurrentRow(int row);
+    // The user's own move in a view, which shows it already.
+    void noteCurrentRow(int row) { currentRow_ = row; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    // Brings the views up to date at once.
+    void publish();
+
+signals:
+    void published();
+
+private:
+    size_t cell(int row, int col) const { return static_cast<size_t>(row) * cols_ + col; }
+    void changed();
+    void makePlain(int rows);
+
+    int rows_ = 2;
+    int cols_ = 2;
+    int currentRow_ = 1;
+    int publishedRows_ = 0;
+    bool stale_ = false;
+    std::vector<QString> cells_;
+    std::function<QString(int row, int col)> lazyCell_;
+    std::vector<int> numberColumns_;
+};
