@@ -81,6 +81,11 @@ public:
     // is pending.
     void Find(const QString& criterion, int skip = 0);
 
+    // Place of the current row, 1 for the first in this recordset's own order; 0 where none is current.
+    // Setting it moves there as the other moves do; error 3001 outside 1..RecordCount.
+    int AbsolutePosition() const;
+    void setAbsolutePosition(int position);
+
     // Takes the stored version of the current row anew, keeping what this recordset shows: the next
     // Update then writes over what others stored since. Only the write-off of stock asks for it.
     void retakeVersion();
