@@ -1,0 +1,36 @@
+#include "Application.h"
+#include "Buscacli.h"
+#include "EventTransactions.h"
+#include "Form1Cli.h"
+#include "Form1Pec.h"
+#include "Form1log.h"
+#include "Form1pecabusca.h"
+#include "Form1pecavenda.h"
+#include "Form1principal.h"
+#include "Form1relatorio.h"
+#include "FormRegistry.h"
+
+#include <QApplication>
+#include <QIcon>
+
+using namespace Qt::Literals::StringLiterals;
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    prepareApplication(application);
+    installEventTransactions();
+
+    addForm<Form1principal>();
+    addForm<Form1log>();
+    addForm<Form1Cli>();
+    addForm<Buscacli>();
+    addForm<Form1Pec>();
+    addForm<Form1pecabusca>();
+    addForm<Form1pecavenda>();
+    addForm<Form1relatorio>();
+
+    QApplication::setWindowIcon(QIcon(u":/icons/vorbelo.svg"_s));
+    principal().show();
+    return runApplication();
+}

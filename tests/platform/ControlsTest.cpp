@@ -1,0 +1,250 @@
+#include "FormTest.h"
+
+#include "RuntimeError.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+
+std::unique_ptr<QWidget> sampleWindow()
+{
+    auto window = std::make_unique<QWidget>();
+    window->setWindowTitle(u"Amostra"_s);
+    auto* layout = new QVBoxLayout(window.get());
+    const auto add = [&](QWidget* widget, const QString& name) {
+        widget->setObjectName(name);
+        layout->addWidget(widget);
+    };
+    add(new QLineEdit(u"desenho"_s), u"Text1_0"_s);
+    add(new QLineEdit, u"Text1_3"_s);
+    add(new QPlainTextEdit, u"Text1_12"_s);
+    add(new QLineEdit, u"Text2"_s);
+    add(new QPushButton(u"&Ir"_s), u"Command1"_s);
+    add(new QTableView, u"MSFlexGrid1"_s);
+    auto* masked = new QLineEdit;
+    masked->setProperty("mask", u"(##)####-####"_s);
+    add(masked, u"MaskEdBox1"_s);
+    return window;
+}
+
+// A form whose handlers the test puts in.
+class Sample : public Form
+{
+public:
+    static constexpr char Name[] = "Sample";
+    Sample() : Form(u"Sample"_s, &sampleWindow)
+    {
+        Text1.onChange([this](int Index) { call(u"Change%1"_s.arg(Index)); });
+        Text1.onKeyPress([this](int, int& KeyAscii) {
+            if (KeyAscii == 13)
+                SendKeys(u"{TAB}"_s);
+            else if (KeyAscii == 'x')
+                KeyAscii = 0;
+            else if (KeyAscii == 'y')
+                KeyAscii = 'z';
+        });
+        Text1.onGotFocus([this](int Index) { call(u"Got%1"_s.arg(Index)); });
+        Text1.onLostFocus([this](int Index) { call(u"Lost%1"_s.arg(Index)); });
+        Command1.onClick([this] { call(u"Click"_s); });
+        MSFlexGrid1.onClick([this] { call(u"Grid%1"_s.arg(MSFlexGrid1.Row())); });
+        Text2.onChange([this] { call(u"Text2"_s); }, OnError::Silent);
+    }
+
+    ControlArray<TextBox> Text1{this, u"Text1"_s};
+    TextBox Text2{this, u"Text2"_s};
+    CommandButton Command1{this, u"Command1"_s};
+    FlexGrid MSFlexGrid1{this, u"MSFlexGrid1"_s};
+    MaskEdBox MaskEdBox1{this, u"MaskEdBox1"_s};
+
+    QStringList events;
+    std::map<QString, std::function<void()>> on;
+    int loads = 0;
+
+protected:
+    void Form_Load() override
+    {
+        ++loads;
+        call(u"Load"_s);
+    }
+    void Form_Unload() override { call(u"Unload"_s); }
+
+private:
+    void call(const QString& event)
+    {
+        events << event;
+        if (on.contains(event))
+            on[event]();
+    }
+};
+
+class ControlsTest : public FormTest
+{
+protected:
+    ControlsTest() { addForm<Sample>(); }
+    Sample& sample() { return form<Sample>(); }
+};
+
+TEST_F(ControlsTest, ReachingAControlFromElsewhereLoadsTheFormFirst)
+{
+    EXPECT_FALSE(sample().isLoaded());
+    sample().Text1(3).setText(u"a"_s);
+    EXPECT_EQ(sample().events, (QStringList{u"Load"_s, u"Change3"_s}));
+    sample().unload();
+    sample().unload();
+    EXPECT_EQ(sample().Text1(0).text(), u"desenho"_s);
+    EXPECT_EQ(sample().loads, 2);
+    EXPECT_THROW(sample().Text1(1), RuntimeError);
+}
+
+TEST_F(ControlsTest, ChangeFiresInsideTheAssignmentAndOnlyForARealChange)
+{
+    sample().load();
+    sample().Text1(0).setMaxLength(5);
+    sample().events.clear();
+    sample().on[u"Change0"_s] = [this] { EXPECT_EQ(sample().Text1(0).text(), u"12345"_s); };
+    sample().Text1(0).setText(u"12345678"_s);
+    sample().Text1(0).setText(u"1234599"_s); // the same after the cut
+    sample().Text1(12).setText(u"x"_s);
+    sample().Text1(12).setText(u"x"_s);
+    EXPECT_EQ(sample().events, (QStringList{u"Change0"_s, u"Change12"_s}));
+    sample().Text1(0).setMaxLength(3);
+    EXPECT_EQ(sample().Text1(0).text(), u"12345"_s) << "lowering the limit leaves the text";
+}
+
+TEST_F(ControlsTest, AnErrorInAnEventNeverReachesTheAssignmentThatFiredIt)
+{
+    sample().load();
+    sample().on[u"Change0"_s] = [] { throw RuntimeError(13); };
+    expectErrorBox(u"Erro nº 13\n"_s);
+    bool wentOn = false;
+    sample().on[u"Click"_s] = [&] {
+        try {
+            sample().Text1(0).setText(u"b"_s);
+            wentOn = true;
+        } catch (const RuntimeError&) {
+            ADD_FAILURE() << "the error crossed the event";
+        }
+    };
+    click(sample().Command1);
+    EXPECT_TRUE(wentOn);
+    sample().on[u"Text2"_s] = [] { throw RuntimeError(13); };
+    sample().Text2.setText(u"silent"_s);
+}
+
+TEST_F(ControlsTest, AHandlerThatUnloadedItsFormGoesOnWithoutEffect)
+{
+    sample().on[u"Click"_s] = [this] {
+        sample().Text1(3).setText(u"velho"_s);
+        sample().unload();
+        sample().Text1(0).setText(u"morto"_s);
+        sample().Command1.setEnabled(false);
+        EXPECT_EQ(sample().Text1(3).text(), u"velho"_s);
+        EXPECT_EQ(sample().loads, 1);
+        sample().load(); // asked for by name: a new window
+        sample().Command1.setEnabled(false);
+    };
+    sample().load();
+    click(sample().Command1);
+    EXPECT_EQ(sample().loads, 2);
+    EXPECT_TRUE(sample().Command1.enabled());
+    EXPECT_EQ(sample().Text1(0).text(), u"desenho"_s);
+    EXPECT_EQ(sample().events, (QStringList{u"Load"_s, u"Click"_s, u"Change3"_s, u"Unload"_s, u"Load"_s}));
+}
+
+TEST_F(ControlsTest, AFailedLoadShowsItsBoxAndUnloadsTheForm)
+{
+    sample().on[u"Load"_s] = [] { throw RuntimeError(53); };
+    expectErrorBox(u"Erro nº 53\n"_s);
+    sample().show(ShowStyle::Modal);
+    EXPECT_FALSE(sample().isLoaded());
+}
+
+TEST_F(ControlsTest, KeysPassThroughKeyPress)
+{
+    sample().show();
+    type(sample().Text1(3), u"axby"_s);
+    EXPECT_EQ(sample().Text1(3).text(), u"abz"_s);
+    sample().Text1(12).setText(QString());
+    enter(sample().Text1(12));
+    press(sample().Text1(12), Qt::Key_Return);
+    EXPECT_EQ(sample().Text1(12).text(), QString()) << "Enter moves on without a line break";
+    EXPECT_TRUE(sample().Text2.widget()->hasFocus());
+    QTest::keyClick(sample().Text1(12).widget(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(sample().Text1(12).text(), u"\n"_s);
+    press(sample().Command1, Qt::Key_Return);
+    EXPECT_EQ(sample().events.back(), u"Click"_s);
+}
+
+TEST_F(ControlsTest, FocusTakenBackInLostFocusWins)
+{
+    sample().show();
+    enter(sample().Text1(0));
+    sample().events.clear();
+    sample().on[u"Lost0"_s] = [this] { sample().Text1(0).SetFocus(); };
+    enter(sample().Text1(3));
+    EXPECT_TRUE(sample().Text1(0).widget()->hasFocus());
+    EXPECT_EQ(sample().events, (QStringList{u"Lost0"_s, u"Got0"_s}));
+}
+
+TEST_F(ControlsTest, GridRowsFollowTheClassicArithmetic)
+{
+    FlexGrid& grid = sample().MSFlexGrid1;
+    grid.setRows(5);
+    grid.setTextMatrix(4, 1, u"fim"_s);
+    grid.setRow(4);
+    grid.setRows(2);
+    grid.setRows(5);
+    EXPECT_EQ(grid.Row(), 1);
+    EXPECT_EQ(grid.TextMatrix(4, 1), QString());
+    grid.setRows(1);
+    EXPECT_EQ(grid.Row(), 0);
+    grid.setRows(3);
+    EXPECT_EQ(grid.Row(), 1);
+    EXPECT_THROW(grid.TextMatrix(3, 0), RuntimeError);
+    EXPECT_THROW(grid.setRows(0), RuntimeError);
+    click(grid, 2);
+    click(grid, 0);
+    EXPECT_EQ(sample().events.mid(1), (QStringList{u"Grid2"_s, u"Grid1"_s}));
+    grid.setLazyRows(3, [](int row, int col) { return QString::number(10 * row + col); });
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"31"_s);
+    grid.setRows(2);
+    EXPECT_EQ(gridRows(grid), QStringList{u"10|11"_s});
+}
+
+TEST_F(ControlsTest, MaskedBoxIsTolerant)
+{
+    struct Row {
+        QString given, text, clip;
+    };
+    for (const Row& row : {Row{u"1199998888"_s, u"(11)9999-8888"_s, u"1199998888"_s},
+                           Row{u"(11)9999-8888"_s, u"(11)9999-8888"_s, u"1199998888"_s},
+                           Row{u"119"_s, u"(11)9"_s, u"119"_s},
+                           Row{u"11999998888"_s, u"(11)9999-9888"_s, u"1199999888"_s},
+                           Row{QString(), QString(), QString()}}) {
+        sample().MaskEdBox1.setText(row.given);
+        EXPECT_EQ(sample().MaskEdBox1.text(), row.text) << row.given.toStdString();
+        EXPECT_EQ(sample().MaskEdBox1.clipText(), row.clip);
+    }
+}
+
+TEST_F(ControlsTest, ModalShowingHoldsUntilTheFormIsGone)
+{
+    sample().load();
+    onModal([this](Form& shown) {
+        EXPECT_EQ(&shown, &sample());
+        EXPECT_FALSE(gate::inEvent()) << "events of the nested loop are outermost again";
+        EXPECT_THROW(sample().show(ShowStyle::Modal), RuntimeError);
+        click(sample().Command1);
+        sample().unload();
+    });
+    sample().show(ShowStyle::Modal);
+    EXPECT_EQ(sample().events.back(), u"Unload"_s);
+}
+
+} // namespace

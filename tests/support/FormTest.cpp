@@ -1,0 +1,231 @@
+#include "FormTest.h"
+
+#include "Dates.h"
+#include "EventTransactions.h"
+#include "Faults.h"
+#include "Funciones.h"
+#include "GateFrames.h"
+#include "HostPaths.h"
+#include "Installation.h"
+#include "ProfileFile.h"
+#include "RuntimeError.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QTableView>
+#include <QTest>
+
+#include <sqlite3.h>
+
+void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
+FormTest::FormTest() : printer_(std::make_shared<RecordingDevice>())
+{
+    setApplicationFolderForTests(folder());
+    layDownInstallation(folder(), false);
+    Clock::setForTests(QDateTime(QDate(2026, 3, 9), QTime(14, 30)));
+    Funciones::resetShared();
+    Printer::instance().reset();
+    Printer::instance().setDevice(printer_);
+    CommonDialog::setShowPrinterForTests([](const QString&) {});
+    setEndProgramForTests([this](EndReason reason) { ends_.push_back(reason); });
+    setMsgBoxForTests([this](const Box& box) {
+        if (expected_.empty()) {
+            ADD_FAILURE() << "unexpected box: " << box.text.toStdString();
+            return box.buttons == BoxButtons::Ok ? Answer::Ok : Answer::No;
+        }
+        const Expected next = expected_.front();
+        expected_.pop_front();
+        if (next.beginningOnly) {
+            EXPECT_TRUE(box.text.startsWith(next.box.text)) << box.text.toStdString();
+            return next.answer;
+        }
+        EXPECT_EQ(box.text, next.box.text);
+        EXPECT_EQ(box.buttons, next.box.buttons);
+        EXPECT_EQ(box.icon, next.box.icon);
+        EXPECT_EQ(box.title, next.box.title);
+        return next.answer;
+    });
+    setModalScriptForTests([](Form&) {});
+}
+
+FormTest::~FormTest()
+{
+    faults::setObserver({});
+    for (const Expected& left : expected_)
+        ADD_FAILURE() << "box never came: " << left.box.text.toStdString();
+    setMsgBoxForTests([](const Box&) { return Answer::Ok; });
+    FormRegistry::instance().clear();
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    Funciones::resetShared();
+    resetGateForTests();
+    closeIdleDatabases();
+    Clock::setForTests(std::nullopt);
+}
+
+void FormTest::setIni(const QString& section, const QString& key, const QString& value)
+{
+    ASSERT_TRUE(writeProfileString(section, key, value, iniFile()));
+}
+
+QStringList FormTest::sql(const QString& file, const QString& statement) const
+{
+    QStringList rows;
+    sqlite3* handle = nullptr;
+    EXPECT_EQ(sqlite3_open_v2(file.toUtf8().constData(), &handle, SQLITE_OPEN_READWRITE, nullptr),
+              SQLITE_OK);
+    sqlite3_busy_timeout(handle, 5000);
+    const auto collect = [](void* out, int, char** values, char**) {
+        static_cast<QStringList*>(out)->append(values[0] ? QString::fromUtf8(values[0]) : u"NULL"_s);
+        return 0;
+    };
+    char* message = nullptr;
+    EXPECT_EQ(sqlite3_exec(handle, statement.toUtf8().constData(), collect, &rows, &message), SQLITE_OK)
+        << (message ? message : "") << " in " << statement.toStdString();
+    sqlite3_free(message);
+    sqlite3_close(handle);
+    return rows;
+}
+
+void FormTest::expectBox(const QString& text, Answer answer, BoxButtons buttons, BoxIcon icon,
+                         const QString& title)
+{
+    expected_.push_back({{text, buttons, icon, title}, answer, false});
+}
+
+void FormTest::expectErrorBox(const QString& beginning)
+{
+    expected_.push_back({{beginning, BoxButtons::Ok, BoxIcon::Critical, {}}, Answer::Ok, true});
+}
+
+void FormTest::onModal(std::function<void(Form&)> script)
+{
+    setModalScriptForTests(std::move(script));
+}
+
+void FormTest::failCall(int n, int number)
+{
+    callsLeft_ = n;
+    failed_ = false;
+    faults::setObserver([this, number](faults::Call) {
+        if (--callsLeft_ == 0) {
+            failed_ = true;
+            throw RuntimeError(number);
+        }
+    });
+}
+
+bool FormTest::callFailed()
+{
+    faults::setObserver({});
+    return failed_;
+}
+
+void click(CommandButton& button)
+{
+    auto* widget = qobject_cast<QAbstractButton*>(button.widget());
+    ASSERT_TRUE(widget);
+    widget->click();
+    QCoreApplication::processEvents();
+}
+
+void click(CheckBox& box)
+{
+    auto* widget = qobject_cast<QAbstractButton*>(box.widget());
+    ASSERT_TRUE(widget);
+    widget->click();
+    QCoreApplication::processEvents();
+}
+
+void click(Menu& entry)
+{
+    const QWidget* window = entry.form().window();
+    ASSERT_TRUE(window);
+    auto* action = window->findChild<QAction*>(entry.name());
+    ASSERT_TRUE(action) << entry.name().toStdString();
+    action->trigger();
+    QCoreApplication::processEvents();
+}
+
+void type(TextBox& box, const QString& text)
+{
+    QWidget* widget = box.widget();
+    ASSERT_TRUE(widget);
+    QMetaObject::invokeMethod(widget, "selectAll");
+    if (text.isEmpty())
+        QTest::keyClick(widget, Qt::Key_Delete);
+    for (const QChar character : text) {
+        QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
+        QCoreApplication::sendEvent(widget, &key);
+    }
+    QCoreApplication::processEvents();
+}
+
+void press(Control& control, Qt::Key key)
+{
+    QWidget* widget = control.widget();
+    ASSERT_TRUE(widget);
+    QTest::keyClick(widget, key);
+    QCoreApplication::processEvents();
+}
+
+void click(FlexGrid& grid, int row)
+{
+    auto* view = qobject_cast<QTableView*>(grid.widget());
+    ASSERT_TRUE(view);
+    QCoreApplication::processEvents();
+    if (row == 0) {
+        emit view->horizontalHeader()->sectionClicked(0);
+    } else {
+        const QModelIndex index = view->model()->index(row - 1, 0);
+        view->setCurrentIndex(index);
+        emit view->clicked(index);
+    }
+    QCoreApplication::processEvents();
+}
+
+void enter(Control& control)
+{
+    QWidget* widget = control.widget();
+    ASSERT_TRUE(widget);
+    widget->window()->activateWindow();
+    widget->setFocus(Qt::TabFocusReason);
+    QCoreApplication::processEvents();
+}
+
+QString enabledOf(const ControlArray<CommandButton>& buttons)
+{
+    QStringList enabled;
+    for (int index = 0; index <= buttons.ubound(); ++index)
+        if (buttons.has(index) && buttons(index).enabled())
+            enabled << QString::number(index);
+    return enabled.join(u' ');
+}
+
+QString lockedOf(const ControlArray<TextBox>& boxes)
+{
+    QStringList locked;
+    for (int index = 0; index <= boxes.ubound(); ++index)
+        if (boxes.has(index) && boxes(index).locked())
+            locked << QString::number(index);
+    return locked.join(u' ');
+}
+
+QStringList gridRows(const FlexGrid& grid)
+{
+    QStringList rows;
+    for (int row = 1; row < grid.Rows(); ++row) {
+        QStringList cells;
+        for (int col = 0; col < grid.Cols(); ++col)
+            cells << grid.TextMatrix(row, col);
+        rows << cells.join(u'|');
+    }
+    return rows;
+}

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "Application.h"
+#include "CommonDialog.h"
+#include "Controls.h"
+#include "FormRegistry.h"
+#include "MsgBox.h"
+#include "PageDevice.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <deque>
+#include <functional>
+#include <memory>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Readable failures for texts.
+void PrintTo(const QString& text, std::ostream* out);
+
+// A fresh installation in a folder of its own (Banco.ini, both files with their tables and the first
+// user), fixed clock, a queue of expected boxes, a recording printer. Forms that the test needs are
+// added by it: addForm<Form1Cli>(). An unexpected box fails the test, and so does one that never came.
+class FormTest : public testing::Test
+{
+protected:
+    FormTest();
+    ~FormTest() override;
+
+    QString folder() const { return directory_.path(); }
+    QString mainFile() const { return folder() + u"/GALTERIA1.mdb"_s; }
+    QString listFile() const { return folder() + u"/MIRANDEL1.mdb"_s; }
+    QString iniFile() const { return folder() + u"/Banco.ini"_s; }
+    void setIni(const QString& section, const QString& key, const QString& value);
+
+    // The first column of a query over a file, one text a row ("NULL" for Null), read by a connection
+    // of its own: what lies in the file. Also runs other statements, as another station would.
+    QStringList sql(const QString& file, const QString& statement) const;
+
+    // Adds rows before the forms open: values as SQL literals are given in the statement.
+    void mainSql(const QString& statement) const { sql(mainFile(), statement); }
+
+    void expectBox(const QString& text, Answer answer = Answer::Ok,
+                   BoxButtons buttons = BoxButtons::Ok, BoxIcon icon = BoxIcon::None,
+                   const QString& title = {});
+    // Any box whose text begins so.
+    void expectErrorBox(const QString& beginning = u"Erro nº "_s);
+    // What happens when a form is shown modal; without one the form is unloaded at once.
+    void onModal(std::function<void(Form&)> script);
+
+    // The last printed document, a line a run of text.
+    QStringList printed() const { return printer_->lines(); }
+    int documents() const { return static_cast<int>(printer_->documents().size()); }
+    const std::shared_ptr<RecordingDevice>& recorder() const { return printer_; }
+
+    const std::vector<EndReason>& ends() const { return ends_; }
+
+    // The n-th recordset, file or printer call fails with this number; others go through.
+    void failCall(int n, int number = -2147467259);
+    // Whether the call armed last was reached; disarms it.
+    bool callFailed();
+
+private:
+    struct Expected {
+        Box box;
+        Answer answer;
+        bool beginningOnly;
+    };
+
+    QTemporaryDir directory_;
+    std::deque<Expected> expected_;
+    std::shared_ptr<RecordingDevice> printer_;
+    std::vector<EndReason> ends_;
+    int callsLeft_ = 0;
+    bool failed_ = false;
+};
+
+// As a user would: nothing happens on a disabled button; a box gets the characters one by one, each
+// through KeyPress, after its content was selected.
+void click(CommandButton& button);
+void click(CheckBox& box);
+void click(Menu& entry);
+void type(TextBox& box, const QString& text);
+void press(Control& control, Qt::Key key);
+// A click on a row of data (1 is the first), or on the heading (0).
+void click(FlexGrid& grid, int row);
+// Gives a box the focus as the Tab key would; the form must be shown.
+void enter(Control& control);
+
+// Indexes of the enabled buttons, locked boxes, in the manner "0 2 4".
+QString enabledOf(const ControlArray<CommandButton>& buttons);
+QString lockedOf(const ControlArray<TextBox>& boxes);
+// All rows behind the heading, cells joined by "|".
+QStringList gridRows(const FlexGrid& grid);
