@@ -1,0 +1,7 @@
+#pragma once
+
+class QSaveFile;
+
+// Brings the temporary file to the disk, renames it to its name and brings the folder to the disk.
+// False, with whatever stood under the name before, where a write, the sync or the rename failed.
+bool commitDurably(QSaveFile& file);

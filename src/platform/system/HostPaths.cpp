@@ -1,0 +1,77 @@
+#include "HostPaths.h"
+
+#include "RuntimeError.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString& folderForTests()
+{
+    static QString folder;
+    return folder;
+}
+
+// The user's own mapping goes before the one of the installation.
+QStringList mappingFolders()
+{
+    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::AppConfigLocation);
+    folders +=
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/vorbelo"_s;
+    folders += applicationFolder();
+    return folders;
+}
+
+bool isDriveLetter(QChar character)
+{
+    const QChar lower = character.toLower();
+    return lower >= u'a' && lower <= u'z';
+}
+
+QString mappedFolder(QChar letter)
+{
+    const QStringList folders = mappingFolders();
+    for (const QString& folder : folders) {
+        for (const QChar spelling : {letter.toLower(), letter.toUpper()}) {
+            const QFileInfo link(folder + u"/unidades/"_s + spelling + u':');
+            if (link.isDir())
+                return link.canonicalFilePath();
+        }
+    }
+    throw RuntimeError(RuntimeError::PathNotFound);
+}
+
+} // namespace
+
+QString hostPath(const QString& path)
+{
+    QString slashed = path;
+    slashed.replace(u'\\', u'/');
+    // A letter left out is no path either; the toolkit would look among its own resources.
+    if (slashed.startsWith(u':'))
+        throw RuntimeError(RuntimeError::PathNotFound);
+    if (slashed.size() < 2 || slashed[1] != u':' || !isDriveLetter(slashed[0]))
+        return slashed;
+
+    const QString rest = slashed.mid(2);
+    const QString folder = mappedFolder(slashed[0]);
+    if (rest.isEmpty() || rest == u'/')
+        return folder;
+    const bool joined = rest.startsWith(u'/') || folder.endsWith(u'/');
+    return folder + (joined ? u""_s : u"/"_s) + rest;
+}
+
+QString applicationFolder()
+{
+    return folderForTests().isEmpty() ? QCoreApplication::applicationDirPath() : folderForTests();
+}
+
+void setApplicationFolderForTests(const QString& folder)
+{
+    folderForTests() = folder;
+}
