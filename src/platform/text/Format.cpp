@@ -1,0 +1,210 @@
+#include "Format.h"
+
+#include "Decimal.h"
+#include "Numbers.h"
+#include "RuntimeError.h"
+
+#include <cmath>
+#include <vector>
+
+namespace {
+
+struct Token
+{
+    enum Kind
+    {
+        Digit,
+        Space,
+        Point,
+        Literal
+    } kind; // Digit is "0", Space is "#"
+    QChar character;
+};
+
+// One section of a format, read.
+struct Section
+{
+    std::vector<Token> tokens;
+    int wholePlaces = 0;
+    int fractionPlaces = 0;
+    bool hasPoint = false;
+    bool isGrouped = false;
+};
+
+// Splits at each ";" that is neither quoted nor escaped.
+std::vector<QStringView> splitSections(QStringView format)
+{
+    std::vector<QStringView> sections;
+    qsizetype start = 0;
+    bool isQuoted = false;
+    for (qsizetype i = 0; i < format.size(); ++i) {
+        if (format[i] == u'"') {
+            isQuoted = !isQuoted;
+        } else if (!isQuoted && format[i] == u'\\') {
+            ++i;
+        } else if (!isQuoted && format[i] == u';') {
+            sections.push_back(format.mid(start, i - start));
+            start = i + 1;
+        }
+    }
+    sections.push_back(format.mid(start));
+    return sections;
+}
+
+Section readSection(QStringView format)
+{
+    Section section;
+    bool isQuoted = false;
+    bool hasPendingComma = false;
+    for (qsizetype i = 0; i < format.size(); ++i) {
+        const QChar character = format[i];
+        if (character == u'"') {
+            isQuoted = !isQuoted;
+        } else if (isQuoted) {
+            section.tokens.push_back({Token::Literal, character});
+        } else if (character == u'\\') {
+            if (++i < format.size())
+                section.tokens.push_back({Token::Literal, format[i]});
+        } else if (character == u'0' || character == u'#') {
+            section.tokens.push_back({character == u'0' ? Token::Digit : Token::Space, character});
+            ++(section.hasPoint ? section.fractionPlaces : section.wholePlaces);
+            section.isGrouped |= hasPendingComma && !section.hasPoint;
+        } else if (character == u'.' && !section.hasPoint) {
+            section.tokens.push_back({Token::Point, character});
+            section.hasPoint = true;
+        } else if (character == u',') {
+            hasPendingComma |= section.wholePlaces > 0 && !section.hasPoint;
+        } else {
+            section.tokens.push_back({Token::Literal, character});
+        }
+    }
+    return section;
+}
+
+// Fills the places of a section; each call of place() serves the next one.
+class Filler
+{
+public:
+    Filler(const Section& section, const Decimal& rounded, bool showsSign)
+        : section_(section), whole_(rounded.whole()), fraction_(rounded.fraction()),
+          showsSign_(showsSign && !rounded.isZero()), placesLeft_(section.wholePlaces)
+    {
+    }
+
+    QString filled()
+    {
+        for (const Token& token : section_.tokens) {
+            if (token.kind == Token::Literal)
+                result_ += token.character;
+            else if (token.kind == Token::Point)
+                decimalPlace();
+            else if (pastPoint_)
+                fractionPlace(token.kind);
+            else
+                wholePlace(token.kind);
+        }
+        return result_;
+    }
+
+private:
+    void sign()
+    {
+        if (showsSign_)
+            result_ += u'-';
+        showsSign_ = false;
+    }
+
+    // A digit with so many places of the whole part to its right.
+    void wholeDigit(char digit, qsizetype right)
+    {
+        result_ += QLatin1Char(digit);
+        if (section_.isGrouped && right > 0 && right % 3 == 0)
+            result_ += u'.';
+    }
+
+    // Digits that have no place of their own come out at the first one.
+    void surplus()
+    {
+        for (; whole_.size() - nextWhole_ > placesLeft_; ++nextWhole_)
+            wholeDigit(whole_[nextWhole_], whole_.size() - nextWhole_ - 1);
+    }
+
+    void wholePlace(Token::Kind kind)
+    {
+        sign();
+        surplus();
+        const bool hasDigit = whole_.size() - nextWhole_ == placesLeft_;
+        --placesLeft_;
+        if (hasDigit)
+            wholeDigit(whole_[nextWhole_++], placesLeft_);
+        else if (kind == Token::Digit || hasZeros_)
+            wholeDigit('0', placesLeft_);
+        hasZeros_ |= kind == Token::Digit;
+    }
+
+    void decimalPlace()
+    {
+        sign();
+        surplus();
+        result_ += u',';
+        pastPoint_ = true;
+    }
+
+    void fractionPlace(Token::Kind kind)
+    {
+        if (nextFraction_ < fraction_.size())
+            result_ += QLatin1Char(fraction_[nextFraction_]);
+        else if (kind == Token::Digit)
+            result_ += u'0';
+        ++nextFraction_;
+    }
+
+    const Section& section_;
+    const QByteArray whole_;
+    const QByteArray fraction_;
+    QString result_;
+    bool showsSign_;
+    bool hasZeros_ = false;
+    bool pastPoint_ = false;
+    qsizetype placesLeft_;
+    qsizetype nextWhole_ = 0;
+    qsizetype nextFraction_ = 0;
+};
+
+QString formatted(const Decimal& number, const QString& format)
+{
+    if (format.isEmpty())
+        return number.plainText();
+    const std::vector<QStringView> sections = splitSections(format);
+    // The section is chosen before rounding.
+    const std::size_t wanted = number.isNegative ? 1 : number.isZero() ? 2 : 0;
+    const std::size_t chosen = wanted < sections.size() && !sections[wanted].isEmpty() ? wanted : 0;
+    const Section section = readSection(sections[chosen]);
+    const bool showsSign = number.isNegative && chosen == 0;
+    return Filler(section, number.rounded(section.fractionPlaces), showsSign).filled();
+}
+
+} // namespace
+
+QString Format(const QString& value, const QString& format)
+{
+    return isNumeric(value) ? Format(toNumber(value), format) : value;
+}
+
+QString Format(double value, const QString& format)
+{
+    if (!std::isfinite(value))
+        return toText(value);
+    return formatted(Decimal::fromDouble(value), format);
+}
+
+QString Format(const Value& value, const QString& format)
+{
+    if (value.isNull())
+        return {};
+    if (const auto* text = std::get_if<QString>(&value.data()))
+        return Format(*text, format);
+    if (const auto* money = std::get_if<Value::Money>(&value.data()))
+        return formatted(Decimal::fromScaled(money->tenThousandths, 4), format);
+    return Format(value.number(), format);
+}
