@@ -53,4 +53,7 @@ private:
     void Text1_KeyPress(int Index, int& KeyAscii);
 };
 
-inline Form1principal& principal() { return form<Form1principal>(); }
+inline Form1principal& principal()
+{
+    return form<Form1principal>();
+}

@@ -8,8 +8,8 @@
 
 #include <array>
 
-// The shared module of the system: the five pairs of a connection and a recordset, the settings file,
-// the key filters and document checks, and the variables that all forms share.
+// The shared module of the system: the five pairs of a connection and a recordset, the settings
+// file, the key filters and document checks, and the variables that all forms share.
 namespace Funciones {
 
 // Each pair has one owner at a time, which the modal showing of forms guarantees.
@@ -25,14 +25,14 @@ inline int TamanhoDocumento = 0;
 inline QString EnderecoEmpresa, EmailEmpresa, TelefoneEmpresa, SiteEmpresa;
 inline std::array<QString, 8> LinhasFicha;
 
-inline int Modo = 0;            // 0 browsing or editing, 1 a new record is in progress
-inline double NumeroFicha = 0;  // numeric value of the number box of the open record form
+inline int Modo = 0;           // 0 browsing or editing, 1 a new record is in progress
+inline double NumeroFicha = 0; // numeric value of the number box of the open record form
 // Loop counters that keep their last values across forms; the cash list's print counts by them.
 inline int Contador = 0;
 inline int ContadorLista = 0;
 inline int ContadorListaAnterior = 0;
 inline int QuantidadeItens = 0;
-inline int FlagRecarga = 0;     // how a grid reload treats the recordset's position
+inline int FlagRecarga = 0; // how a grid reload treats the recordset's position
 inline int ModoConfigura = 0;
 inline std::array<QString, 12> FichaCopiada;
 
@@ -42,7 +42,8 @@ void resetShared();
 // The path of Banco.ini, beside the executable.
 QString CaminhoIni();
 QString LeIni(const QString& section, const QString& key, const QString& path);
-void GravaIni(const QString& section, const QString& key, const QString& value, const QString& path);
+void GravaIni(const QString& section, const QString& key, const QString& value,
+              const QString& path);
 
 // Leave the connection open and the recordset created but closed. AbreBanco, AbreBanco4 and
 // AbreBanco5 show their boxes when that fails and return as if nothing had happened.

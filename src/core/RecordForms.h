@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Controls.h"
+#include "ObjectVariable.h"
 #include "Recordset.h"
 
 #include <QString>
@@ -13,12 +14,13 @@
 
 // Members that an array does not have are passed over.
 void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled);
-void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes, bool enabled);
+void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes,
+                bool enabled);
 void setLocked(ControlArray<TextBox>& boxes, int first, int last, bool locked);
 void clear(ControlArray<TextBox>& boxes, int first, int last);
 
-// The navigation bar of a record form: moves, and sets the two step buttons; the form then shows the
-// row. index: 10 previous, 11 next, 12 first, 13 last.
+// The navigation bar of a record form: moves, and sets the two step buttons; the form then shows
+// the row. index: 10 previous, 11 next, 12 first, 13 last.
 void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons);
 
 // One above the number in the last seven characters, as seven digits.
@@ -32,23 +34,29 @@ void filterKey(int& KeyAscii, QString (*filter)(int));
 bool sameText(const TextBox& left, const TextBox& right);
 
 // The document check of the record forms on leaving the document box, with its messages; a document
-// that fails empties the box and takes the focus back. Boxes without icon and title.
+// that fails empties the box and takes the focus back. Boxes without icon and title. Nothing
+// happens on a locked or an empty box.
 void checkDocument(TextBox& box);
 
-// "SUPORTE" text for panel 2 of the main window's status bar when a form closes.
+// The support address, for panel 2 of the main window's status bar when a form closes.
 QString supportEmailText();
 // "Erro nº ", number, line break, description.
 QString errorText(const class RuntimeError& error);
 
 // "LIKE" criterion of Find: field LIKE '*text*'.
 QString likeCriterion(const QString& field, const QString& text);
-// "SELECT * FROM table WHERE field Like '%text%'"; the text goes in as it was typed.
+// "SELECT * FROM table WHERE field" followed by " Like '%text%'"; the text goes in as it was typed.
 QString likeQuery(const QString& selectWhere, const QString& text);
 
 // One column of a grid: the field's position, and how a value is shown.
-struct GridColumn {
+struct GridColumn
+{
     int position;
-    enum Kind { Text, Money } kind = Text;
+    enum Kind
+    {
+        Text,
+        Money
+    } kind = Text;
     QString whenNull;
 };
 

@@ -1,0 +1,191 @@
+#include "RecordForms.h"
+
+#include "Application.h"
+#include "Format.h"
+#include "Funciones.h"
+#include "MsgBox.h"
+#include "Numbers.h"
+#include "RuntimeError.h"
+#include "Strings.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Enter = 13;
+
+constexpr int LengthCPF = 11;
+constexpr int LengthCGC = 14;
+constexpr int LengthFormattedCGC = 18;
+
+QString cellText(const Value& value, const GridColumn& column)
+{
+    if (value.isNull())
+        return column.whenNull;
+    return column.kind == GridColumn::Money ? Format(value, formats::Money) : value.text();
+}
+
+// The message for a document that cannot stay; empty where it can. A whole document also opens the
+// box for its formatted form.
+QString examineDocument(TextBox& box)
+{
+    const QString document = box.text();
+    switch (document.size()) {
+    case LengthCPF:
+        box.setMaxLength(LengthCGC);
+        return Funciones::ValidaCPF(document) ? QString() : u"CPF com DV incorreto !!!"_s;
+    case 12:
+        // The stray quote is the message's own.
+        return u"Tem que ser 11 numeros para CPF e 14 numeros para CGC\""_s;
+    case LengthCGC:
+        box.setMaxLength(LengthFormattedCGC);
+        return Funciones::ValidaCGC(document) ? QString() : u"CGC com DV incorreto !!! "_s;
+    default:
+        return document.size() > LengthCGC
+                   ? QString()
+                   : u"Tem que ser 11 numeros para CPF e 14 numeros para CGC"_s;
+    }
+}
+
+} // namespace
+
+void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled)
+{
+    for (int index = first; index <= last; ++index)
+        if (buttons.has(index))
+            buttons(index).setEnabled(enabled);
+}
+
+void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes,
+                bool enabled)
+{
+    for (const int index : indexes)
+        if (buttons.has(index))
+            buttons(index).setEnabled(enabled);
+}
+
+void setLocked(ControlArray<TextBox>& boxes, int first, int last, bool locked)
+{
+    for (int index = first; index <= last; ++index)
+        if (boxes.has(index))
+            boxes(index).setLocked(locked);
+}
+
+void clear(ControlArray<TextBox>& boxes, int first, int last)
+{
+    for (int index = first; index <= last; ++index)
+        if (boxes.has(index))
+            boxes(index).setText({});
+}
+
+// The variable is asked anew for each move: a button that loses the focus may fire an event that
+// replaces the recordset.
+void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons)
+{
+    constexpr int Previous = 10;
+    constexpr int Next = 11;
+    constexpr int First = 12;
+    constexpr int Last = 13;
+    switch (index) {
+    case Previous:
+        table->MovePrevious();
+        if (table->bof()) {
+            table->MoveNext();
+            buttons(Previous).setEnabled(false);
+        }
+        buttons(Next).setEnabled(true);
+        break;
+    case Next:
+        table->MoveNext();
+        if (table->eof()) {
+            table->MovePrevious();
+            buttons(Next).setEnabled(false);
+        }
+        buttons(Previous).setEnabled(true);
+        break;
+    case First:
+        table->MoveFirst();
+        buttons(Previous).setEnabled(false);
+        buttons(Next).setEnabled(true);
+        break;
+    case Last:
+        table->MoveLast();
+        buttons(Previous).setEnabled(true);
+        buttons(Next).setEnabled(false);
+        break;
+    default:
+        break;
+    }
+}
+
+QString nextCode(const QString& code)
+{
+    return Format(Val(Right(code, 7)) + 1, formats::Code);
+}
+
+bool enterAsTab(int KeyAscii)
+{
+    if (KeyAscii != Enter)
+        return false;
+    SendKeys(u"{TAB}"_s);
+    return true;
+}
+
+void filterKey(int& KeyAscii, QString (*filter)(int))
+{
+    KeyAscii = filter(KeyAscii).toInt();
+}
+
+bool sameText(const TextBox& left, const TextBox& right)
+{
+    return left.text() == right.text();
+}
+
+void checkDocument(TextBox& box)
+{
+    if (box.locked() || box.text().isEmpty())
+        return;
+    const QString fault = examineDocument(box);
+    if (fault.isEmpty())
+        return;
+    MsgBox(fault);
+    box.setText({});
+    box.SetFocus();
+}
+
+QString supportEmailText()
+{
+    return u"email:suporte@vorbelo.example"_s;
+}
+
+QString errorText(const RuntimeError& error)
+{
+    return u"Erro nº "_s + QString::number(error.number()) + u'\n' + error.description();
+}
+
+QString likeCriterion(const QString& field, const QString& text)
+{
+    return field + u" LIKE '*"_s + text + u"*'"_s;
+}
+
+QString likeQuery(const QString& selectWhere, const QString& text)
+{
+    return selectWhere + u" Like '%"_s + text + u"%'"_s;
+}
+
+void fillGrid(FlexGrid& grid, Recordset& table, const std::vector<GridColumn>& columns)
+{
+    const int columnCount = static_cast<int>(columns.size());
+    int row = grid.Rows() - 1;
+    for (; !table.eof(); table.MoveNext()) {
+        for (int column = 0; column < columnCount; ++column)
+            grid.setTextMatrix(row, column,
+                               cellText(table.Fields(columns[column].position), columns[column]));
+        grid.setRows(++row + 1);
+    }
+}
+
+bool onDataRow(const FlexGrid& grid, int keyColumn)
+{
+    return grid.Row() >= 1 && !grid.TextMatrix(grid.Row(), keyColumn).isEmpty();
+}
