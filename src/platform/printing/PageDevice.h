@@ -13,7 +13,8 @@ public:
     virtual void put(const std::vector<Page>& pages, const QString& documentName) = 0;
 };
 
-// Keeps the pages; each run reads "x,y size bold text" as a line, for tests.
+// Keeps the pages, for tests. A run reads as a line "100,2600 10 Nome: Ana", a bold one
+// "8500,1900 24 bold O.S: 0000012". A run of no characters leaves no line.
 class RecordingDevice : public PageDevice
 {
 public:
@@ -27,7 +28,8 @@ private:
 };
 
 // Writes a PDF of A4 pages with the texts as texts. The file is written to a temporary name and
-// renamed. An empty path stands for "<document name> <date> <time>.pdf" in the user's documents folder.
+// renamed. An empty path stands for "<document name> <date> <time>.pdf" in the user's documents
+// folder. A second document of the same device gets a name of its own beside the first.
 class PdfDevice : public PageDevice
 {
 public:
@@ -46,6 +48,7 @@ class SystemPrinterDevice : public PageDevice
 public:
     explicit SystemPrinterDevice(QString printerName);
     void put(const std::vector<Page>& pages, const QString& documentName) override;
+    const QString& printerName() const { return printerName_; }
 
 private:
     QString printerName_;
@@ -57,6 +60,7 @@ class PreviewDevice : public PageDevice
 public:
     explicit PreviewDevice(std::shared_ptr<PageDevice> inner);
     void put(const std::vector<Page>& pages, const QString& documentName) override;
+    const std::shared_ptr<PageDevice>& inner() const { return inner_; }
 
 private:
     std::shared_ptr<PageDevice> inner_;

@@ -11,13 +11,15 @@ class PageDevice;
 
 // Moves to a column of fixed width (the font's average character), 1 at the left edge; beyond the
 // present position, else column n of the next line (published language reference, "Tab function").
-struct Tab {
+struct Tab
+{
     int column = 1;
 };
 
 // One run of text on a page. Twips from the top left of the printable area, points, the upper edge
 // of the text cell.
-struct TextRun {
+struct TextRun
+{
     int x = 0;
     int y = 0;
     double size = 0;
@@ -29,8 +31,10 @@ using Page = std::vector<TextRun>;
 // The classic page object: 1440 twips an inch, origin at the top left of the printable area of an
 // A4 sheet. FontSize and FontBold stay until changed, also over EndDoc; CurrentX and CurrentY
 // set touch the next print only, which leaves X at 0 and Y one line lower. Text beyond the right
-// edge is clipped; a print that begins below the bottom opens the next page. Error 482 where the
-// device fails.
+// edge is clipped. A print whose line does not stand whole above the bottom goes to the top of the
+// next page; a line break within a text goes on at the left edge of the next line. Error 482 where
+// the device fails. An error leaves the document open: what was drawn goes out with the next
+// EndDoc.
 class Printer
 {
 public:
@@ -45,12 +49,14 @@ public:
     Printer& at(int x, int y);
     Printer& atX(int x);
     Printer& atY(int y);
-    int currentX() const { return x_; }
+    int currentX() const;
     int currentY() const { return y_; }
 
     void print(const QString& text = {});
     void print(std::initializer_list<Item> items);
     void NewPage();
+    // Hands the pages to the device, without empty ones at the end; nothing at all where nothing
+    // was drawn. The pages are gone afterwards, also where the device failed.
     void EndDoc();
 
     // The name under which the document is stored or queued, without ending.
@@ -71,13 +77,14 @@ private:
     Printer();
     double lineHeight() const;
     double averageWidth() const;
-    double textWidth(const QString& text) const;
     void beginLine();
     void newLine();
+    void moveTo(Tab tab);
+    void draw(const QString& text);
 
-    double fontSize_ = 8;
+    double fontSize_ = 8; // the default of this driver, as good as any other
     bool fontBold_ = false;
-    int x_ = 0;
+    double x_ = 0;
     int y_ = 0;
     std::vector<Page> pages_;
     QString documentName_;

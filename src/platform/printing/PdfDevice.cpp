@@ -1,0 +1,60 @@
+#include "PageDevice.h"
+
+#include "Dates.h"
+#include "DocumentFiles.h"
+#include "DurableFile.h"
+#include "PageDrawing.h"
+#include "RuntimeError.h"
+
+#include <QFileInfo>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool drawPages(QIODevice& file, const std::vector<Page>& pages, const QString& title)
+{
+    QPdfWriter writer(&file);
+    writer.setTitle(title);
+    writer.setCreator(u"Vorbelo"_s);
+    writer.setResolution(1440);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return false;
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        if (i > 0 && !writer.newPage())
+            return false;
+        drawPage(painter, pages[i]);
+    }
+    return painter.end();
+}
+
+} // namespace
+
+PdfDevice::PdfDevice(QString path) : path_(std::move(path)) {}
+
+void PdfDevice::put(const std::vector<Page>& pages, const QString& documentName)
+{
+    const QFileInfo last(writtenPath_);
+    QString path = path_;
+    if (path.isEmpty())
+        path =
+            unusedPdfPath(documentsFolder(), safeFileName(documentName) +
+                                                 Clock::now().toString(u" yyyy-MM-dd HH-mm-ss"_s));
+    else if (!writtenPath_.isEmpty())
+        path = unusedPdfPath(last.absolutePath(), QFileInfo(path_).completeBaseName());
+
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || !drawPages(file, pages, documentName) ||
+        !commitDurably(file))
+        throw RuntimeError(RuntimeError::PrinterFault);
+    writtenPath_ = path;
+}
