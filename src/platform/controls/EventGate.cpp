@@ -21,6 +21,7 @@ struct GateState
 {
     std::vector<GateFrame> frames;
     int depth = 0; // within the innermost event loop
+    int nestedLoops = 0;
     std::function<void(gate::Moment)> settleHook;
 };
 
@@ -70,6 +71,7 @@ void resetGateForTests()
 {
     state().frames.clear();
     state().depth = 0;
+    state().nestedLoops = 0;
 }
 
 namespace gate {
@@ -99,6 +101,11 @@ bool inEvent()
     return state().depth > 0;
 }
 
+int nestedLoops()
+{
+    return state().nestedLoops;
+}
+
 void setSettleHook(std::function<void(Moment)> hook)
 {
     state().settleHook = std::move(hook);
@@ -114,11 +121,13 @@ NestedLoop::NestedLoop() : depth_(state().depth)
 {
     settle(Moment::BeforeDialog);
     state().depth = 0;
+    ++state().nestedLoops;
 }
 
 NestedLoop::~NestedLoop()
 {
     state().depth = depth_;
+    --state().nestedLoops;
 }
 
 } // namespace gate
