@@ -13,11 +13,11 @@ struct Token
 {
     enum Kind
     {
-        Digit,
-        Space,
+        Zero,
+        Hash,
         Point,
         Literal
-    } kind; // Digit is "0", Space is "#"
+    } kind;
     QChar character;
 };
 
@@ -66,7 +66,7 @@ Section readSection(QStringView format)
             if (++i < format.size())
                 section.tokens.push_back({Token::Literal, format[i]});
         } else if (character == u'0' || character == u'#') {
-            section.tokens.push_back({character == u'0' ? Token::Digit : Token::Space, character});
+            section.tokens.push_back({character == u'0' ? Token::Zero : Token::Hash, character});
             ++(section.hasPoint ? section.fractionPlaces : section.wholePlaces);
             section.isGrouped |= hasPendingComma && !section.hasPoint;
         } else if (character == u'.' && !section.hasPoint) {
@@ -137,9 +137,9 @@ private:
         --placesLeft_;
         if (hasDigit)
             wholeDigit(whole_[nextWhole_++], placesLeft_);
-        else if (kind == Token::Digit || hasZeros_)
+        else if (kind == Token::Zero || hasZeros_)
             wholeDigit('0', placesLeft_);
-        hasZeros_ |= kind == Token::Digit;
+        hasZeros_ |= kind == Token::Zero;
     }
 
     void decimalPlace()
@@ -154,7 +154,7 @@ private:
     {
         if (nextFraction_ < fraction_.size())
             result_ += QLatin1Char(fraction_[nextFraction_]);
-        else if (kind == Token::Digit)
+        else if (kind == Token::Zero)
             result_ += u'0';
         ++nextFraction_;
     }

@@ -209,7 +209,7 @@ QString shortest(double number, int significantDigits)
         return QString::number(number);
     const Decimal decimal = Decimal::fromDouble(number, significantDigits);
     const int exponent = decimal.wholeDigits - 1;
-    if (decimal.isZero() || (exponent >= -5 && exponent < significantDigits))
+    if (decimal.isZero() || (exponent >= -4 && exponent < significantDigits))
         return decimal.plainText();
     Decimal mantissa = decimal;
     mantissa.wholeDigits = 1;

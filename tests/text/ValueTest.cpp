@@ -1,0 +1,126 @@
+#include "Value.h"
+#include "Dates.h"
+#include "Faults.h"
+#include "RuntimeError.h"
+#include "Strings.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+int faultOf(const std::function<void()>& call)
+{
+    try {
+        call();
+        return 0;
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+}
+
+} // namespace
+
+TEST(Value, EachKindHasItsTextItsNumberAndItsTruth)
+{
+    struct Row
+    {
+        Value value;
+        QString text;
+        double number;
+        bool isTrue;
+    };
+    const qint64 lowest = std::numeric_limits<qint64>::min();
+    const std::vector<Row> rows{
+        {u"12,5"_s, u"12,5"_s, 12.5, true},
+        {u"0"_s, u"0"_s, 0, false},
+        {12.5, u"12,5"_s, 12.5, true},
+        {true, u"Verdadeiro"_s, -1, true},
+        {false, u"Falso"_s, 0, false},
+        {Value::Money{125000}, u"12,5"_s, 12.5, true},
+        {Value::Money{-1}, u"-0,0001"_s, -0.0001, true},
+        {Value::Money{0}, u"0"_s, 0, false},
+        {Value::Money{lowest}, u"-922337203685477,5808"_s, -922337203685477.5808, true},
+        {QDate(2004, 12, 5), u"05/12/2004"_s, 38326, true},
+        {QDate(1899, 12, 30), u"30/12/1899"_s, 0, false},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.value.text().toStdString(), row.text.toStdString());
+        EXPECT_DOUBLE_EQ(row.value.number(), row.number) << row.text.toStdString();
+        EXPECT_EQ(row.value.isTrue(), row.isTrue) << row.text.toStdString();
+    }
+}
+
+TEST(Value, NullIsAFaultAndEmptyTextIsNot)
+{
+    const Value null;
+    const Value empty = QString();
+    EXPECT_NE(null, empty);
+    EXPECT_EQ(faultOf([&] { null.text(); }), 94);
+    EXPECT_EQ(faultOf([&] { null.number(); }), 94);
+    EXPECT_EQ(null.textOrEmpty(), QString());
+    EXPECT_EQ(empty.text(), QString());
+    EXPECT_EQ(faultOf([&] { empty.number(); }), 13);
+    for (const Value& value : {null, empty, Value(u"Sim"_s), Value(u"1e999"_s)})
+        EXPECT_FALSE(value.isTrue());
+}
+
+TEST(Dates, ShortDatesAreRead)
+{
+    const std::vector<std::pair<QString, std::optional<QDate>>> rows{
+        {u"05/12/2004"_s, QDate(2004, 12, 5)},
+        {u"5/2/04"_s, QDate(2004, 2, 5)},
+        {u"1-1-29"_s, QDate(2029, 1, 1)},
+        {u" 01.01.30 "_s, QDate(1930, 1, 1)},
+        {u"29/02/2004"_s, QDate(2004, 2, 29)},
+        {u"29/02/2003"_s, {}},
+        {u"12/25/2004"_s, {}},
+        {u"1/2-2004"_s, {}},
+        {u"1/2"_s, {}},
+        {u"1/2/3/4"_s, {}},
+        {u"1//2004"_s, {}},
+        {u"/1/2004"_s, {}},
+        {u"1/1/204"_s, {}},
+        {u"001/1/2004"_s, {}},
+        {u"1/1/20045"_s, {}},
+        {u"a/1/2004"_s, {}},
+        {u"__/__/____"_s, {}},
+        {u""_s, {}},
+    };
+    for (const auto& [text, date] : rows)
+        EXPECT_EQ(dateFromText(text), date) << text.toStdString();
+}
+
+TEST(Dates, MidnightShowsTheDateAlone)
+{
+    EXPECT_EQ(dateText(QDate()), QString());
+    EXPECT_EQ(dateTimeText(QDate(2004, 12, 5).startOfDay()), u"05/12/2004"_s);
+    EXPECT_EQ(dateTimeText(QDateTime(QDate(2004, 12, 5), QTime(9, 5, 7))),
+              u"05/12/2004 09:05:07"_s);
+}
+
+TEST(Strings, CountsBeyondTheTextAreFineAndNegativeOnesAreNot)
+{
+    EXPECT_EQ(Trim(u"  a \t "_s), u"a \t"_s);
+    EXPECT_EQ(Trim(u"   "_s), QString());
+    EXPECT_EQ(Left(u"abc"_s, 9) + Right(u"abc"_s, 9) + Right(u"abc"_s, 2), u"abcabcbc"_s);
+    EXPECT_EQ(Mid(u"abc"_s, 2, 1) + Mid(u"abc"_s, 3, 9) + Mid(u"abc"_s, 4, 1), u"bc"_s);
+    EXPECT_EQ(faultOf([] { Left(u"a"_s, -1); }), 5);
+    EXPECT_EQ(faultOf([] { Right(u"a"_s, -1); }), 5);
+    EXPECT_EQ(faultOf([] { Mid(u"a"_s, 0, 1); }), 5);
+    EXPECT_EQ(faultOf([] { Mid(u"a"_s, 1, -1); }), 5);
+}
+
+TEST(Faults, ObserverMakesACallFailAndMayLeave)
+{
+    faults::setObserver([](faults::Call call) {
+        faults::setObserver({});
+        if (call == faults::Call::Printer)
+            throw RuntimeError(RuntimeError::PrinterFault);
+    });
+    EXPECT_EQ(faultOf([] { faults::point(faults::Call::Printer); }), 482);
+    EXPECT_EQ(faultOf([] { faults::point(faults::Call::Printer); }), 0);
+}
