@@ -21,8 +21,8 @@ constexpr std::array<char16_t, 256> foldTable()
 
 constexpr std::array<char16_t, 256> Folded = foldTable();
 
-// First bytes of a character's weight. A weight below NoAccent never occurs among first bytes, so
-// that a text stands before its own continuations.
+// First bytes of a character's weight. None is as low as the end of the word, so that a text stands
+// before its own continuations.
 constexpr char EndOfWord = 1;
 constexpr char FirstSymbol = 2;
 constexpr char OtherSymbol = static_cast<char>(0x80);
@@ -41,10 +41,10 @@ constexpr bool isLatin1Symbol(char16_t c)
     const bool isAscii = c < 0x80;
     const bool isAsciiWord =
         (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
-    const bool isUpperSymbol =
+    const bool isHighSymbol =
         c < 0xC0 ? c != 0xAA && c != 0xB2 && c != 0xB3 && c != 0xB5 && c != 0xB9 && c != 0xBA
                  : c == 0xD7 || c == 0xF7;
-    return isAscii ? !isAsciiWord : isUpperSymbol;
+    return isAscii ? !isAsciiWord : isHighSymbol;
 }
 
 // The weights of what weighs one byte: symbols in code order, digits, plain letters. 0: elsewhere.
@@ -64,6 +64,7 @@ constexpr std::array<char, 256> weightTable()
 }
 
 constexpr std::array<char, 256> Weights = weightTable();
+static_assert(Weights[0xF7] > FirstSymbol, "the symbols of Latin-1 fit below the other symbols");
 
 // Letters that no decomposition takes apart, as the plain letters next to which they stand.
 QStringView standsAs(char32_t c)
@@ -157,6 +158,28 @@ QByteArray fullSortKey(QStringView text)
     return maker.key();
 }
 
+// A character of Latin-1 that weighs one byte and bears at most one accent; weight 0: it does not.
+struct LatinWeight
+{
+    char weight = 0;
+    char accent = NoAccent;
+};
+
+// Most of what a shop stores: its keys are looked up, not worked out.
+std::array<LatinWeight, 256> latinWeights()
+{
+    std::array<LatinWeight, 256> table;
+    for (std::size_t c = 0; c < table.size(); ++c) {
+        const QChar character(static_cast<char16_t>(c));
+        const QByteArray key = fullSortKey(QStringView(&character, 1));
+        if (key.size() == 1)
+            table[c] = {key[0], NoAccent};
+        else if (key.size() == 3 && key[1] == EndOfWord)
+            table[c] = {key[0], key[2]};
+    }
+    return table;
+}
+
 } // namespace
 
 QString folded(QStringView text)
@@ -180,14 +203,22 @@ QString folded(QStringView text)
 
 QByteArray sortKey(QStringView text)
 {
+    static const std::array<LatinWeight, 256> latin = latinWeights();
     QByteArray key(text.size(), Qt::Uninitialized);
     char* out = key.data();
+    qsizetype accented = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
-        // A single-byte weight and no accent: most of what a shop stores.
-        if (c >= 128)
+        if (c >= latin.size() || latin[c].weight == 0)
             return fullSortKey(text);
-        out[i] = Weights[c];
+        out[i] = latin[c].weight;
+        if (latin[c].accent != NoAccent)
+            accented = i + 1;
+    }
+    if (accented > 0) {
+        key += EndOfWord;
+        for (const QChar c : text.first(accented))
+            key += latin[c.unicode()].accent;
     }
     return key;
 }
