@@ -1,10 +1,75 @@
 #include "GridModel.h"
 
 #include <algorithm>
+#include <cstring>
 
-GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent)
+namespace {
+
+constexpr quint32 NoText = 0xffffffff;
+constexpr quint32 WideText = 0x80000000;
+
+} // namespace
+
+GridModel::GridModel(QObject* parent)
+    : QAbstractTableModel(parent), starts_(static_cast<size_t>(rows_), NoText)
 {
-    cells_.resize(4);
+}
+
+void GridModel::packWorkRow() const
+{
+    if (workRow_ < 0 || !workRowTouched_)
+        return;
+    workRowTouched_ = false;
+    starts_[static_cast<size_t>(workRow_)] = static_cast<quint32>(packed_.size());
+    for (const QString& cell : workCells_) {
+        // Nearly all texts are Latin 1: one byte a character; the top bit tells of the others.
+        const bool wide = std::any_of(cell.cbegin(), cell.cend(),
+                                      [](QChar character) { return character.unicode() > 0xff; });
+        const auto length = static_cast<quint32>(cell.size());
+        const quint32 head = wide ? length | WideText : length;
+        const size_t place = packed_.size();
+        packed_.resize(place + sizeof head + (wide ? 2 * length : length));
+        char* out = packed_.data() + place;
+        std::memcpy(out, &head, sizeof head);
+        out += sizeof head;
+        if (wide)
+            std::memcpy(out, cell.utf16(), 2 * static_cast<size_t>(length));
+        else
+            for (const QChar character : cell)
+                *out++ = static_cast<char>(character.unicode());
+    }
+}
+
+void GridModel::unpack(int row, std::vector<QString>& cells) const
+{
+    cells.assign(static_cast<size_t>(cols_), QString());
+    quint32 place = starts_[static_cast<size_t>(row)];
+    if (place == NoText)
+        return;
+    for (QString& cell : cells) {
+        quint32 length = 0;
+        std::memcpy(&length, packed_.data() + place, sizeof length);
+        place += sizeof length;
+        const bool wide = length & WideText;
+        length &= ~WideText;
+        const char* bytes = packed_.data() + place;
+        if (wide) {
+            cell.resize(length);
+            std::memcpy(cell.data(), bytes, 2 * length);
+        } else {
+            cell = QString::fromLatin1(bytes, length);
+        }
+        place += wide ? 2 * length : length;
+    }
+}
+
+void GridModel::work(int row) const
+{
+    if (workRow_ == row)
+        return;
+    packWorkRow();
+    unpack(row, workCells_);
+    workRow_ = row;
 }
 
 void GridModel::changed()
@@ -30,18 +95,44 @@ void GridModel::makePlain(int rows)
         return;
     const auto compute = std::move(lazyCell_);
     lazyCell_ = nullptr;
-    rows_ = std::min(rows_, rows);
-    cells_.resize(static_cast<size_t>(rows_) * cols_);
-    for (int row = 1; row < rows_; ++row)
+    const int kept = std::min(rows_, rows);
+    rows_ = 1;
+    for (int row = 1; row < kept; ++row) {
+        setRows(row + 1);
         for (int col = 0; col < cols_; ++col)
-            cells_[cell(row, col)] = compute(row, col);
+            setText(row, col, compute(row, col));
+    }
 }
 
 void GridModel::setRows(int rows)
 {
     makePlain(rows);
+    if (rows < rows_) {
+        if (workRow_ >= rows)
+            workRow_ = -1;
+        // Shrunk to the heading and a spare row, the grid is about to be filled anew.
+        if (rows <= 2) {
+            std::vector<QString> heading;
+            work(0);
+            heading = workCells_;
+            std::vector<QString> first;
+            if (rows == 2) {
+                work(1);
+                first = workCells_;
+            }
+            packed_.clear();
+            starts_.assign(static_cast<size_t>(rows), NoText);
+            workRow_ = -1;
+            for (int row = 0; row < rows; ++row) {
+                workRow_ = row;
+                workCells_ = row == 0 ? heading : first;
+                workRowTouched_ = true;
+                packWorkRow();
+            }
+        }
+    }
     const bool headingAlone = rows_ == 1;
-    cells_.resize(static_cast<size_t>(rows) * cols_);
+    starts_.resize(static_cast<size_t>(rows), NoText);
     rows_ = rows;
     if (headingAlone && rows > 1)
         currentRow_ = 1;
@@ -52,25 +143,38 @@ void GridModel::setRows(int rows)
 void GridModel::setCols(int cols)
 {
     makePlain(rows_);
-    std::vector<QString> kept(static_cast<size_t>(rows_) * cols);
+    std::vector<std::vector<QString>> kept(static_cast<size_t>(rows_));
+    packWorkRow();
     for (int row = 0; row < rows_; ++row)
-        for (int col = 0; col < std::min(cols, cols_); ++col)
-            kept[static_cast<size_t>(row) * cols + col] = cells_[cell(row, col)];
-    cells_ = std::move(kept);
+        unpack(row, kept[static_cast<size_t>(row)]);
+    packed_.clear();
     cols_ = cols;
+    for (int row = 0; row < rows_; ++row) {
+        workRow_ = row;
+        workCells_ = kept[static_cast<size_t>(row)];
+        workCells_.resize(static_cast<size_t>(cols));
+        workRowTouched_ = true;
+        packWorkRow();
+    }
+    workRow_ = -1;
     changed();
 }
 
 QString GridModel::text(int row, int col) const
 {
-    return lazyCell_ && row > 0 ? lazyCell_(row, col) : cells_[cell(row, col)];
+    if (lazyCell_ && row > 0)
+        return lazyCell_(row, col);
+    work(row);
+    return workCells_[static_cast<size_t>(col)];
 }
 
 void GridModel::setText(int row, int col, const QString& text)
 {
     if (row > 0)
         makePlain(rows_);
-    cells_[cell(row, col)] = text;
+    work(row);
+    workCells_[static_cast<size_t>(col)] = text;
+    workRowTouched_ = true;
     changed();
 }
 
@@ -120,7 +224,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || section >= cols_)
         return {};
     if (role == Qt::DisplayRole)
-        return cells_[cell(0, section)];
+        return text(0, section);
     if (role == Qt::TextAlignmentRole)
         return QVariant(Qt::AlignVCenter | Qt::AlignLeft);
     return {};

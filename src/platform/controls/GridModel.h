@@ -40,16 +40,23 @@ signals:
     void published();
 
 private:
-    size_t cell(int row, int col) const { return static_cast<size_t>(row) * cols_ + col; }
     void changed();
     void makePlain(int rows);
+    void work(int row) const;
+    void packWorkRow() const;
+    void unpack(int row, std::vector<QString>& cells) const;
 
     int rows_ = 2;
     int cols_ = 2;
     int currentRow_ = 1;
     int publishedRows_ = 0;
     bool stale_ = false;
-    std::vector<QString> cells_;
+    // Where each row begins in packed_; NoText for an empty one.
+    mutable std::vector<quint32> starts_;
+    mutable std::vector<char> packed_;
+    mutable int workRow_ = -1;
+    mutable bool workRowTouched_ = false;
+    mutable std::vector<QString> workCells_;
     std::function<QString(int row, int col)> lazyCell_;
     std::vector<int> numberColumns_;
 };
