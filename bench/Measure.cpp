@@ -1,0 +1,157 @@
+#include "Measure.h"
+
+#include "CommonDialog.h"
+#include "Form.h"
+#include "HostPaths.h"
+#include "Installation.h"
+#include "MsgBox.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <benchmark/benchmark.h>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+
+namespace {
+
+// Keeps each repetition's time, in nanoseconds, besides showing it.
+class Keeper : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs)
+            if (run.run_type == Run::RT_Iteration)
+                times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
+        ConsoleReporter::ReportRuns(runs);
+    }
+    double median(const std::string& name)
+    {
+        auto& list = times[name];
+        if (list.empty())
+            return 0;
+        std::sort(list.begin(), list.end());
+        return list[list.size() / 2];
+    }
+    std::map<std::string, std::vector<double>> times;
+};
+
+void measure(benchmark::State& state, const std::function<void()>& prepare,
+             const std::function<void()>& work)
+{
+    using Clock = std::chrono::steady_clock;
+    for (auto _ : state) {
+        if (prepare)
+            prepare();
+        const auto begin = Clock::now();
+        work();
+        state.SetIterationTime(std::chrono::duration<double>(Clock::now() - begin).count());
+    }
+}
+
+} // namespace
+
+int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons, int repetitions)
+{
+    benchmark::Initialize(&argc, argv);
+    for (const Comparison& pair : comparisons) {
+        const auto add = [&](const char* who, const auto& prepare, const auto& work) {
+            benchmark::RegisterBenchmark((pair.name + " / " + who).c_str(),
+                                         [=](benchmark::State& state) { measure(state, prepare, work); })
+                ->UseManualTime()
+                ->Unit(benchmark::kMillisecond)
+                ->Iterations(3)
+                ->Repetitions(repetitions)
+                ->ReportAggregatesOnly(false);
+        };
+        add("baseline", pair.prepareBaseline, pair.baseline);
+        add("ours", pair.prepareOurs, pair.ours);
+    }
+    Keeper keeper;
+    benchmark::RunSpecifiedBenchmarks(&keeper);
+    int missed = 0;
+    std::printf("\n%-62s %12s %12s %8s %8s\n", "work", "baseline ms", "ours ms", "ratio", "reach");
+    for (const Comparison& pair : comparisons) {
+        const double base = keeper.median(pair.name + " / baseline");
+        const double ours = keeper.median(pair.name + " / ours");
+        const double ratio = base > 0 ? ours / base : 0;
+        const bool reached = ratio <= pair.reach;
+        missed += reached ? 0 : 1;
+        std::printf("%-62s %12.3f %12.3f %8.3f %8.2f %s\n", pair.name.c_str(), base, ours, ratio,
+                    pair.reach, reached ? "" : "MISSED");
+    }
+    return missed;
+}
+
+BenchInstallation::BenchInstallation()
+{
+    setApplicationFolderForTests(directory_.path());
+    layDownInstallation(directory_.path(), false);
+    setMsgBoxForTests([](const Box& box) {
+        std::fprintf(stderr, "box: %s\n", qPrintable(box.text));
+        return box.buttons == BoxButtons::Ok ? Answer::Ok : Answer::Yes;
+    });
+    CommonDialog::setShowPrinterForTests([](const QString&) {});
+}
+
+RawFile::RawFile(const QString& path)
+{
+    if (sqlite3_open_v2(path.toUtf8().constData(), &handle_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+        std::abort();
+    sqlite3_busy_timeout(handle_, 5000);
+    run("PRAGMA synchronous=EXTRA");
+}
+
+RawFile::~RawFile()
+{
+    sqlite3_close(handle_);
+}
+
+void RawFile::run(const std::string& sql)
+{
+    char* message = nullptr;
+    if (sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+        std::fprintf(stderr, "%s in %s\n", message, sql.c_str());
+        std::abort();
+    }
+}
+
+int RawFile::readAll(const std::string& sql, const std::vector<int>& columns)
+{
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(handle_, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK)
+        std::abort();
+    int rows = 0;
+    const int count = sqlite3_column_count(statement);
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        ++rows;
+        if (columns.empty())
+            for (int column = 0; column < count; ++column)
+                benchmark::DoNotOptimize(sqlite3_column_text(statement, column));
+        else
+            for (const int column : columns)
+                benchmark::DoNotOptimize(sqlite3_column_text(statement, column));
+    }
+    sqlite3_finalize(statement);
+    return rows;
+}
+
+long peakMemory()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).simplified().split(' ').front().toLong();
+    return 0;
+}
+
+long sizeOf(const QString& path)
+{
+    return static_cast<long>(QFileInfo(path).size() / 1024);
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <sqlite3.h>
+#include <string>
+#include <vector>
+
+// What the benchmark programs share: a pair of measurements that stand in one run, and the ratio that
+// is asked for.
+struct Comparison {
+    std::string name;
+    double reach; // ratio ours / baseline at most
+    std::function<void()> baseline;
+    std::function<void()> ours;
+    // Before each timed call, not counted; may be empty.
+    std::function<void()> prepareBaseline;
+    std::function<void()> prepareOurs;
+};
+
+// Runs all pairs by Google Benchmark, in turn, and prints each median and ratio. The answer is the
+// number of rows that were not reached.
+int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons, int repetitions);
+
+// An installation of its own with message boxes answered and no printer.
+class BenchInstallation
+{
+public:
+    BenchInstallation();
+    QString mainFile() const { return directory_.path() + QStringLiteral("/GALTERIA1.mdb"); }
+    QString listFile() const { return directory_.path() + QStringLiteral("/MIRANDEL1.mdb"); }
+
+private:
+    QTemporaryDir directory_;
+};
+
+// The engine's own interface, for baselines and for other stations.
+class RawFile
+{
+public:
+    explicit RawFile(const QString& path);
+    ~RawFile();
+    RawFile(const RawFile&) = delete;
+    RawFile& operator=(const RawFile&) = delete;
+
+    void run(const std::string& sql);
+    // Prepares the statement anew, steps through it and reads these columns (all where empty) as text;
+    // the answer is the number of rows.
+    int readAll(const std::string& sql, const std::vector<int>& columns = {});
+
+private:
+    sqlite3* handle_ = nullptr;
+};
+
+// Peak resident memory in KiB, and the size of a file in KiB.
+long peakMemory();
+long sizeOf(const QString& path);
