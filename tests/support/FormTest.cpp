@@ -1,5 +1,6 @@
 #include "FormTest.h"
 
+#include "Database.h"
 #include "Dates.h"
 #include "EventTransactions.h"
 #include "Faults.h"
@@ -66,7 +67,7 @@ FormTest::~FormTest()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     Funciones::resetShared();
     resetGateForTests();
-    closeIdleDatabases();
+    Database::dropIdle();
     Clock::setForTests(std::nullopt);
 }
 
