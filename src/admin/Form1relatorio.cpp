@@ -1,0 +1,211 @@
+#include "Form1relatorio.h"
+
+#include "Dates.h"
+#include "Form1principal.h"
+#include "Format.h"
+#include "Funciones.h"
+#include "MsgBox.h"
+#include "Numbers.h"
+#include "RecordForms.h"
+#include "RuntimeError.h"
+
+#include "ui_Form1relatorio.h"
+
+using namespace Funciones;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString moneyCell(const Field& field)
+{
+    return field.isNull() ? u"0,00"_s : Format(field.value(), formats::Money);
+}
+
+// The date counts as there when the quantity is: the two stand together in every row of a sale, and
+// the list and the range search both rely on that pairing.
+QString dateCell(Recordset& movimento)
+{
+    return movimento.Fields(2).isNull() ? QString() : movimento.Fields(4).textOrEmpty();
+}
+
+} // namespace
+
+Form1relatorio::Form1relatorio() : Form(QString::fromLatin1(Name), makeWindow<Ui::Form1relatorio>())
+{
+    Command1.onClick([this] { Command1_Click(); });
+    Command2.onClick([this] { Command2_Click(); });
+    Command3.onClick([this] { Command3_Click(); });
+    Command4.onClick([this] { Command4_Click(); });
+}
+
+void Form1relatorio::Form_Load()
+{
+    AbreMovimento();
+    setCaption(u"Relatório movimento de caixa      "_s + principal().StatusBar1.panel(1) +
+               u"  está usando"_s);
+    const std::pair<const char16_t*, int> columns[] = {
+        {u"Código/O.S", 910}, {u"Descrição", 5190}, {u"Quant", 800},
+        {u"Valor", 800},      {u"Data", 830},       {u"", 800},
+    };
+    int column = 0;
+    for (const auto& [heading, twips] : columns) {
+        MSFlexGrid1.setColWidth(column, twips);
+        MSFlexGrid1.setTextMatrix(0, column++, QString::fromUtf16(heading));
+    }
+    CarregaGrid();
+}
+
+void Form1relatorio::Form_Unload()
+{
+    principal().StatusBar1.setPanel(2, supportEmailText());
+}
+
+void Form1relatorio::Command1_Click()
+{
+    Text5.setText(u"0"_s);
+    Text3.setText(u"0,00"_s);
+    AbreMovimento();
+    CarregaGridPeriodo();
+    Command2.setEnabled(true);
+}
+
+void Form1relatorio::Command2_Click()
+{
+    ImprimeMovimento();
+}
+
+void Form1relatorio::Command3_Click()
+{
+    if (MsgBox(u"Você vai excluir todos arquivos,tem certeza?"_s, BoxButtons::YesNo,
+               BoxIcon::Question) == Answer::Yes)
+        ExcluiMovimento();
+}
+
+void Form1relatorio::Command4_Click()
+{
+    unload();
+}
+
+void Form1relatorio::AbreMovimento()
+{
+    AbreBanco();
+    Tabela1->Open(u"SELECT * FROM MOVIMENTO order by DATA"_s, Conexao1.shared(), CursorType::Static,
+                  LockType::Optimistic);
+}
+
+void Form1relatorio::CarregaGrid()
+{
+    Somas somas = leSomas();
+    try {
+        Text1.setText(u"0,00"_s);
+        MSFlexGrid1.setRows(2);
+        Text2.setText(u"0"_s);
+        while (!Tabela1->eof()) {
+            comecaLinha(somas);
+            somaLinha(somas);
+            Tabela1->MoveNext();
+        }
+        mostraSomas(somas);
+        principal().StatusBar1.setPanel(2, u"Formulário de Movimento de Caixa"_s);
+        MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
+        FechaBanco();
+    } catch (const RuntimeError&) {
+        // The row of a delivered job has no quantity, and the list is meant to stop there: the rows
+        // and sums so far stay in view.
+        mostraSomas(somas);
+        MsgBox(u"Erro ao carregar grid 1"_s);
+    }
+}
+
+void Form1relatorio::CarregaGridPeriodo()
+{
+    Somas somas = leSomas();
+    try {
+        const QString start = dateText(DTPicker1.value());
+        const QString end = dateText(DTPicker2.value());
+        Text1.setText(u"0,00"_s);
+        MSFlexGrid1.setRows(2);
+        Text2.setText(u"0"_s);
+        while (!Tabela1->eof()) {
+            comecaLinha(somas);
+            // Days are compared as texts, day first, and are meant to be: "05/12/2004" comes before
+            // "10/01/2004". The counters are shared by all forms and start where another one left
+            // them; only a row that is taken moves them on.
+            if (somas.Text4 > start) {
+                ContadorListaAnterior = Contador;
+                somaLinha(somas);
+            }
+            Tabela1->MoveNext();
+            Contador = ContadorListaAnterior + 1;
+            // Looked at after the row was taken, so that one row beyond the end is listed too.
+            if (end < somas.Text6)
+                break;
+        }
+        mostraSomas(somas);
+        MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
+        FechaBanco();
+    } catch (const RuntimeError&) {
+        mostraSomas(somas);
+        MsgBox(u"Erro ao carregar grid"_s);
+    }
+}
+
+void Form1relatorio::ExcluiMovimento()
+{
+    try {
+        AbreMovimento();
+        QuantidadeItens = Tabela1->RecordCount();
+        Tabela1->MoveFirst();
+        while (!Tabela1->eof()) {
+            Tabela1->Delete();
+            MSFlexGrid1.setRows(MSFlexGrid1.Rows() + 1);
+            Tabela1->MoveNext();
+        }
+    } catch (const RuntimeError&) {
+        MsgBox(u"erro ao deletar"_s);
+        CarregaGridPeriodo();
+    }
+}
+
+Form1relatorio::Somas Form1relatorio::leSomas() const
+{
+    return {Text3.text(), Text4.text(), Text5.text(), Text6.text(), Text8.text(), Text10.text()};
+}
+
+void Form1relatorio::mostraSomas(const Somas& somas)
+{
+    Text3.setText(somas.Text3);
+    Text4.setText(somas.Text4);
+    Text5.setText(somas.Text5);
+    Text6.setText(somas.Text6);
+    Text8.setText(somas.Text8);
+    Text10.setText(somas.Text10);
+}
+
+void Form1relatorio::comecaLinha(Somas& somas) const
+{
+    somas.Text8 = somas.Text3;
+    somas.Text4 = dateCell(*Tabela1.shared());
+    somas.Text10 = somas.Text5;
+}
+
+void Form1relatorio::somaLinha(Somas& somas)
+{
+    Recordset& movimento = *Tabela1.shared();
+    const int row = MSFlexGrid1.Rows() - 1;
+    MSFlexGrid1.setTextMatrix(row, 0, movimento.Fields(0).textOrEmpty());
+    MSFlexGrid1.setTextMatrix(row, 1, movimento.Fields(1).textOrEmpty());
+    MSFlexGrid1.setTextMatrix(row, 2, movimento.Fields(2).textOrEmpty());
+    somas.Text3 = moneyCell(movimento.Fields(3));
+    MSFlexGrid1.setTextMatrix(row, 3, somas.Text3);
+    somas.Text6 = somas.Text4;
+    MSFlexGrid1.setTextMatrix(row, 4, somas.Text6);
+
+    // Each sum goes through its text: a quantity total of 0 becomes the empty text, which the next
+    // row cannot count on from.
+    somas.Text3 =
+        Format(toNumber(somas.Text8) + movimento.Fields(3).value().number(), formats::Total);
+    MSFlexGrid1.setRows(row + 2);
+    somas.Text5 =
+        Format(toNumber(somas.Text10) + movimento.Fields(2).value().number(), formats::Count);
+}
