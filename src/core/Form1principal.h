@@ -40,7 +40,7 @@ public:
     Menu mnusobre{this, QStringLiteral("mnusobre")};
     Menu mnusair{this, QStringLiteral("mnusair")};
 
-    // Company name and document for the caption.
+    // Company name and document for the caption, as last read.
     static QString LegendaPrincipal();
 
 protected:
@@ -51,6 +51,15 @@ private:
     void Command1_Click(int Index);
     void Command2_Click(int Index);
     void Text1_KeyPress(int Index, int& KeyAscii);
+    void mnubackup_Click();
+    void mnurestaura_Click();
+    void mnuservidor_Click();
+    void mnusair_Click();
+
+    void bindMenus();
+    void openWithStatus(const QString& formName);
+    void logInOrOut();
+    void logOut();
 };
 
 inline Form1principal& principal()

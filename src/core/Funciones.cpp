@@ -115,6 +115,13 @@ void GravaIni(const QString& section, const QString& key, const QString& value, 
     writeProfileString(section, key, value, path);
 }
 
+void readCompany()
+{
+    TituloEmpresa = LeIni(u"Configurar"_s, u"Titulo"_s, CaminhoIni());
+    DocumentoEmpresa = LeIni(u"Configurar"_s, u"CPFCGC"_s, CaminhoIni());
+    TamanhoDocumento = static_cast<int>(DocumentoEmpresa.size());
+}
+
 void AbreBanco()
 try {
     openMainFile(Conexao1, Tabela1);

@@ -44,6 +44,8 @@ QString CaminhoIni();
 QString LeIni(const QString& section, const QString& key, const QString& path);
 void GravaIni(const QString& section, const QString& key, const QString& value,
               const QString& path);
+// Title and document of the company, for the captions.
+void readCompany();
 
 // Leave the connection open and the recordset created but closed. AbreBanco, AbreBanco4 and
 // AbreBanco5 show their boxes when that fails and return as if nothing had happened.

@@ -1,0 +1,245 @@
+#include "Form1principal.h"
+
+#include "Application.h"
+#include "Format.h"
+#include "Funciones.h"
+#include "MsgBox.h"
+#include "PreviousInstance.h"
+#include "RecordForms.h"
+#include "RuntimeError.h"
+#include "ui_Form1principal.h"
+
+using namespace Qt::StringLiterals;
+using namespace Funciones;
+
+namespace {
+
+void showNotReady()
+{
+    MsgBox(u"Esta parte do programa ainda não está pronta nesta versão."_s);
+}
+
+bool isReady(const QString& formName)
+{
+    if (FormRegistry::instance().knows(formName))
+        return true;
+    showNotReady();
+    return false;
+}
+
+void openForm(const QString& formName, ShowStyle style)
+{
+    if (isReady(formName))
+        FormRegistry::instance().get(formName).show(style);
+}
+
+} // namespace
+
+Form1principal::Form1principal()
+    : Form(QString::fromLatin1(Name), makeWindow<Ui::Form1principal, QMainWindow>())
+{
+    // The icons lie in a static library, which the linker takes only for a name that is asked for.
+    Q_INIT_RESOURCE(icons);
+    setNeverLoadsAgain();
+    Command1.onClick([this](int Index) { Command1_Click(Index); });
+    Command2.onClick([this](int Index) { Command2_Click(Index); });
+    Text1.onKeyPress([this](int Index, int& KeyAscii) { Text1_KeyPress(Index, KeyAscii); });
+    bindMenus();
+}
+
+void Form1principal::bindMenus()
+{
+    const auto opens = [](Menu& entry, const QString& formName, ShowStyle style) {
+        entry.onClick([formName, style] { openForm(formName, style); });
+    };
+    opens(mnucliente, u"Form1Cli"_s, ShowStyle::Modal);
+    opens(mnufornecedor, u"Form1For"_s, ShowStyle::Modal);
+    opens(mnupecacess, u"Form1Pec"_s, ShowStyle::Modal);
+    opens(mnubuscacli, u"Buscacli"_s, ShowStyle::Modeless);
+    opens(mnubuscafor, u"Buscafornecedor"_s, ShowStyle::Modeless);
+    opens(mnupec, u"Form1pecabusca"_s, ShowStyle::Modeless);
+    opens(mnupecas, u"Form1pedido"_s, ShowStyle::Modal);
+    opens(mnumanutencao, u"Form1manutencao"_s, ShowStyle::Modal);
+    opens(mnuconfigura, u"Form1Configurar"_s, ShowStyle::Modal);
+    opens(mnurelatorio, u"Form1relatorio"_s, ShowStyle::Modal);
+    opens(mnusobre, u"frmAbout"_s, ShowStyle::Modeless);
+    mnubackup.onClick([this] { mnubackup_Click(); });
+    mnurestaura.onClick([this] { mnurestaura_Click(); });
+    mnuservidor.onClick([this] { mnuservidor_Click(); });
+    mnueeprom.onClick(showNotReady);
+    mnuajuda.onClick(showNotReady);
+    mnusair.onClick([this] { mnusair_Click(); });
+}
+
+QString Form1principal::LegendaPrincipal()
+{
+    constexpr int LengthCPF = 11;
+    if (TamanhoDocumento == LengthCPF)
+        return TituloEmpresa + u"    CPF "_s + Format(DocumentoEmpresa, formats::CaptionCpf);
+    return TituloEmpresa + u"    CGC "_s + Format(DocumentoEmpresa, formats::CaptionCgc);
+}
+
+void Form1principal::Form_Load()
+try {
+    if (previousInstance()) {
+        for (Form* loaded : FormRegistry::instance().loadedForms())
+            loaded->unload();
+        endProgram(EndReason::SecondInstance);
+        return;
+    }
+    readCompany();
+    setCaption(LegendaPrincipal());
+} catch (const RuntimeError&) {
+    // The caption stays as it stands, and the window serves.
+}
+
+void Form1principal::Form_Unload()
+{
+    for (const QString& formName : {u"Form1Cli"_s, u"Form1For"_s, u"Form1Configurar"_s,
+                                    u"Form1pedido"_s, u"Form1Pec"_s, u"Form1manutencao"_s})
+        FormRegistry::instance().unload(formName);
+}
+
+void Form1principal::Command1_Click(int Index)
+{
+    switch (Index) {
+    case 0:
+        openWithStatus(u"Form1Cli"_s);
+        break;
+    case 1:
+        openWithStatus(u"Form1For"_s);
+        break;
+    case 2:
+        openWithStatus(u"Form1Pec"_s);
+        break;
+    case 3:
+        openWithStatus(u"Form1pedido"_s);
+        break;
+    case 4:
+        openWithStatus(u"Form1manutencao"_s);
+        break;
+    case 5:
+        mnubackup_Click();
+        break;
+    case 6:
+        openWithStatus(u"Form1Configurar"_s);
+        break;
+    case 7:
+        mnusair_Click();
+        break;
+    case 8:
+        openForm(u"Buscacli"_s, ShowStyle::Modeless);
+        break;
+    case 9:
+        openForm(u"Buscafornecedor"_s, ShowStyle::Modeless);
+        break;
+    case 10:
+        openWithStatus(u"Form1pecavenda"_s);
+        break;
+    case 11:
+        openForm(u"Form1pecabusca"_s, ShowStyle::Modeless);
+        break;
+    case 12:
+        openWithStatus(u"Form1servico"_s);
+        break;
+    case 13:
+        logInOrOut();
+        break;
+    case 14:
+        openWithStatus(u"Form1Defeitos"_s);
+        break;
+    case 15:
+        openWithStatus(u"Form1relatorio"_s);
+        break;
+    default:
+        break;
+    }
+}
+
+// The form that opens puts its own text into the panel.
+void Form1principal::openWithStatus(const QString& formName)
+{
+    if (!isReady(formName))
+        return;
+    StatusBar1.setPanel(2, u"Aguarde processando"_s);
+    openForm(formName, ShowStyle::Modal);
+}
+
+void Form1principal::Command2_Click(int Index)
+{
+    // The third box searches by telephone, the fourth box of the dialog.
+    const int target = Index == 2 ? 3 : Index;
+    if (!isReady(u"Buscacli"_s))
+        return;
+    Form& search = FormRegistry::instance().get(u"Buscacli"_s);
+    // The change of the box runs the search; an empty text goes over, too.
+    if (Control* box = search.control(u"Text1"_s, target))
+        static_cast<TextBox*>(box)->setText(Text1(Index).text());
+    search.show();
+}
+
+void Form1principal::Text1_KeyPress(int, int& KeyAscii)
+{
+    enterAsTab(KeyAscii);
+}
+
+void Form1principal::mnubackup_Click()
+{
+    const Answer answer =
+        MsgBox(u"Defina o local de Backup,se o local já foi definido Click Sim, caso contrario "
+               u"Click Não: \nProssegue com o Backup?"_s,
+               BoxButtons::YesNo, BoxIcon::None, u"Efetua Backup"_s);
+    if (answer == Answer::Yes)
+        showNotReady();
+}
+
+void Form1principal::mnurestaura_Click()
+{
+    const Answer answer =
+        MsgBox(u"Toda informação que foi colocado após o ultimo Backup serão "
+               u"apagadas,continuar,Click Sim, caso contrario Click Não: \n"
+               u"Prossegue com A Restauração?"_s,
+               BoxButtons::YesNo, BoxIcon::None, u"Efetuar restauração do Banco de Dados"_s);
+    if (answer == Answer::Yes)
+        showNotReady();
+}
+
+void Form1principal::mnuservidor_Click()
+{
+    const Answer answer =
+        MsgBox(u"Quer transformar este computador em um servidor de rede?"_s, BoxButtons::YesNo,
+               BoxIcon::None, u"Restaura o caminho do Banco de Dados"_s);
+    if (answer == Answer::Yes)
+        showNotReady();
+}
+
+void Form1principal::mnusair_Click()
+{
+    if (MsgBox(u"Quer fechar o programa ?"_s, BoxButtons::YesNo, BoxIcon::None,
+               u"Sair do Sistema"_s) == Answer::Yes)
+        endProgram(EndReason::ExitQuestion);
+}
+
+// The label tells the state; there is no other record of it.
+void Form1principal::logInOrOut()
+{
+    if (Label1(12).caption() == u"Validar Usuario"_s)
+        openForm(u"Form1log"_s, ShowStyle::Modal);
+    else
+        logOut();
+}
+
+void Form1principal::logOut()
+{
+    setEnabled(Command1, 0, 4, false);
+    setEnabled(Command1, 8, 12, false);
+    setEnabled(Command1, {14, 15, 6}, false);
+    Label1(12).setCaption(u"Validar Usuario"_s);
+    for (Menu* entry : {&mnucliente, &mnubuscacli, &mnufornecedor, &mnubuscafor, &mnupecacess,
+                        &mnupec, &mnupecas, &mnumanutencao, &mnuconfigura, &mnurelatorio})
+        entry->setMenuEnabled(false);
+    for (const int index : {0, 1, 2})
+        Frame2(index).setEnabled(false);
+    setCaption(LegendaPrincipal());
+    StatusBar1.setPanel(1, u"Autor:Quelmo T.Varga"_s);
+}
