@@ -3,8 +3,10 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class Database;
+class Recordset;
 
 // A connection to one database file. Many connections share one pooled engine handle a file, so
 // that opening costs microseconds; the first opening reads the header and the schema.
@@ -21,8 +23,8 @@ public:
     // already; -2147467259 with the engine's text where the file is missing, locked, foreign or
     // truncated; 76 for a drive letter that is not mapped. User, password and options are accepted
     // and serve nothing.
-    void Open(const QString& connectionString, const QString& user = {}, const QString& password = {},
-              int options = -1);
+    void Open(const QString& connectionString, const QString& user = {},
+              const QString& password = {}, int options = -1);
     // Closes the recordsets that are open on it, throwing their pending changes away. Error 3704
     // where it is not open.
     void Close();
@@ -33,4 +35,8 @@ public:
 private:
     friend class Recordset;
     std::shared_ptr<Database> database_;
+    std::vector<Recordset*> recordsets_;
 };
+
+// Closes the files that no connection uses and forgets what was read of them.
+void closeIdleDatabases();

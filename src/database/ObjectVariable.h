@@ -4,9 +4,9 @@
 
 #include <memory>
 
-// A variable that holds an object or nothing. Use while it holds nothing is error 91, never a crash;
-// the object lives at least to the end of the statement that uses it, also when an event fired by
-// that statement replaces it.
+// A variable that holds an object or nothing. Use while it holds nothing is error 91, never a
+// crash; the object lives at least to the end of the statement that uses it, also when an event
+// fired by that statement replaces it.
 template <class T> class ObjectVariable
 {
 public:

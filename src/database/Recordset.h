@@ -7,8 +7,16 @@
 
 #include <memory>
 
-enum class CursorType { Dynamic = 2, Static = 3 };
-enum class LockType { ReadOnly = 1, Optimistic = 3 };
+enum class CursorType
+{
+    Dynamic = 2,
+    Static = 3
+};
+enum class LockType
+{
+    ReadOnly = 1,
+    Optimistic = 3
+};
 
 class Recordset;
 
@@ -19,10 +27,10 @@ class Field
 public:
     Value value() const;
     operator Value() const { return value(); }
-    bool isNull() const { return value().isNull(); }
+    bool isNull() const;
     // Error 94 on Null.
     QString text() const { return value().text(); }
-    QString textOrEmpty() const { return value().textOrEmpty(); }
+    QString textOrEmpty() const;
     // Begins an edit of the current row, or writes to the pending new row.
     void operator=(const Value& value);
 
@@ -44,8 +52,9 @@ public:
     Recordset& operator=(const Recordset&) = delete;
 
     // The three shapes of SELECT: a whole table; with "order by" and one field; with WHERE, one
-    // field, Like and a pattern in apostrophes. Error -2147217900 for anything else, -2147217865 for
-    // an unknown table, -2147217904 for an unknown field, 3705 when open, 3709 without a connection.
+    // field, Like and a pattern in apostrophes. Error -2147217900 for anything else, -2147217865
+    // for an unknown table, -2147217904 for an unknown field, 3705 when open, 3709 without a
+    // connection.
     void Open(const QString& sql, const std::shared_ptr<Connection>& connection, CursorType cursor,
               LockType lock, int options = -1);
     // Discards a pending row or edit. Error 3704 when closed.
@@ -63,8 +72,9 @@ public:
     int fieldCount() const;
 
     void AddNew();
-    // Writes the pending new row, or those fields of an edited row whose new value differs from what
-    // this recordset showed. Error -2147217864 where another wrote the row since it became current.
+    // Writes the pending new row, or those fields of an edited row whose new value differs from
+    // what this recordset showed. Error -2147217864 where another wrote the row since it became
+    // current.
     void Update();
     void CancelUpdate();
     void Delete();
@@ -81,8 +91,8 @@ public:
     // is pending.
     void Find(const QString& criterion, int skip = 0);
 
-    // Place of the current row, 1 for the first in this recordset's own order; 0 where none is current.
-    // Setting it moves there as the other moves do; error 3001 outside 1..RecordCount.
+    // Place of the current row, 1 for the first in this recordset's own order; 0 where none is
+    // current. Setting it moves there as the other moves do; error 3001 outside 1..RecordCount.
     int AbsolutePosition() const;
     void setAbsolutePosition(int position);
 
@@ -94,5 +104,10 @@ private:
     friend class Field;
     friend class Connection;
     struct State;
+    // Error 3704 when closed.
+    State& open() const;
+    void forgetConnection();
+    // The connection was closed under it.
+    void discard();
     std::unique_ptr<State> state_;
 };

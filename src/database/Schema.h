@@ -7,15 +7,24 @@
 
 // The tables of both files with their fields in their fixed order: the order is design, since forms
 // read by position.
-enum class FieldKind { Text, Money, Number, YesNo, Date };
+enum class FieldKind
+{
+    Text,
+    Money,
+    Number,
+    YesNo,
+    Date
+};
 
-struct FieldDefinition {
+struct FieldDefinition
+{
     QString name;
     FieldKind kind = FieldKind::Text;
     bool refusesNull = false;
 };
 
-struct TableDefinition {
+struct TableDefinition
+{
     QString name;
     std::vector<FieldDefinition> fields;
 };

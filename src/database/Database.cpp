@@ -1,0 +1,221 @@
+#include "Database.h"
+
+#include "EventTransactions.h"
+
+#include <algorithm>
+
+std::optional<int> Database::table(const QString& name) const
+{
+    const auto& all = tables();
+    for (std::size_t i = 0; i < all.size(); ++i)
+        if (all[i].name.compare(name, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    return std::nullopt;
+}
+
+std::optional<int> Database::field(int table, const QString& name) const
+{
+    const auto& fields = tables()[static_cast<std::size_t>(table)].fields;
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (fields[i].name.compare(name, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    return std::nullopt;
+}
+
+Database::Table& Database::at(int table)
+{
+    if (tables_.empty())
+        tables_.resize(tables().size());
+    return tables_[static_cast<std::size_t>(table)];
+}
+
+void Database::forgetImages()
+{
+    for (Table& table : tables_) {
+        table.image.reset();
+        table.changes.clear();
+    }
+    ++foreignWrites_;
+}
+
+void Database::lookAfresh()
+{
+    const quint64 counter = storage_->changeCounter();
+    if (counter_ != counter)
+        forgetImages();
+    counter_ = counter;
+    lookedInEvent_ = EventTransactions::instance().currentEvent();
+}
+
+Database::Stamp Database::stamp(int table, Look look)
+{
+    const quint64 event = EventTransactions::instance().currentEvent();
+    if (look == Look::Now || event == 0 || event != lookedInEvent_)
+        lookAfresh();
+    return {foreignWrites_, at(table).ownWrites};
+}
+
+std::shared_ptr<const TableImage> Database::image(int table)
+{
+    lookAfresh();
+    Table& known = at(table);
+    if (!known.image) {
+        auto block = std::make_shared<RowBlock>(tables()[static_cast<std::size_t>(table)]);
+        storage_->readTable(table, [&block](RowView row) { block->append(row); });
+        block->finish();
+        known.image = std::make_shared<TableImage>(std::move(block));
+        known.changes.clear();
+    } else if (!known.changes.empty()) {
+        std::vector<RowChange> changes;
+        for (auto& [id, row] : known.changes)
+            changes.push_back({id, std::move(row)});
+        std::sort(changes.begin(), changes.end(),
+                  [](const RowChange& left, const RowChange& right) { return left.id < right.id; });
+        known.changes.clear();
+        known.image = known.image->with(changes);
+    }
+    return known.image;
+}
+
+bool Database::storedRow(int table, qint64 id, PackedRow& row, Look look)
+{
+    stamp(table, look);
+    const Table& known = at(table);
+    if (!known.image)
+        return storage_->readRow(table, id, row);
+    if (const auto change = known.changes.find(id); change != known.changes.end()) {
+        if (change->second)
+            row.assign(change->second->view());
+        return change->second != nullptr;
+    }
+    const std::optional<quint32> position = known.image->find(id);
+    if (position)
+        row.assign(known.image->row(*position));
+    return position.has_value();
+}
+
+// One write: begins the transaction where none is open, and ends it where no event does.
+class Database::WriteStep
+{
+public:
+    explicit WriteStep(Database& database)
+        : database_(database), opens_(!database.storage_->isWriting())
+    {
+        EventTransactions::instance().raiseIfFailed();
+        run([this] {
+            if (opens_)
+                database_.storage_->beginWrite();
+        });
+    }
+    WriteStep(const WriteStep&) = delete;
+    WriteStep& operator=(const WriteStep&) = delete;
+
+    template <class Work> void run(const Work& work)
+    {
+        try {
+            work();
+        } catch (const StorageFault& fault) {
+            database_.rollback();
+            EventTransactions::instance().fail(fault);
+            throw;
+        } catch (const RuntimeError&) {
+            // Nothing was written by this step: what the event wrote before stays, and the lock is
+            // given back where this step took it.
+            if (opens_)
+                database_.storage_->rollback();
+            throw;
+        }
+    }
+
+    void finish()
+    {
+        EventTransactions& events = EventTransactions::instance();
+        if (events.joins()) {
+            events.take(database_.shared_from_this());
+            return;
+        }
+        try {
+            database_.commit();
+        } catch (const RuntimeError&) {
+            database_.rollback();
+            throw;
+        }
+    }
+
+private:
+    Database& database_;
+    bool opens_;
+};
+
+void Database::insert(int table, PackedRow& row)
+{
+    WriteStep step(*this);
+    step.run([&] { row.setId(storage_->insert(table, row.view())); });
+    noteChange(table, row.view().id(), std::make_shared<PackedRow>(row));
+    step.finish();
+}
+
+void Database::requireVersion(int table, RowView version)
+{
+    PackedRow now;
+    if (!storage_->readRow(table, version.id(), now) || !(now.view() == version))
+        throw RuntimeError(RuntimeError::RowChanged);
+}
+
+void Database::update(int table, RowView version, RowView changed, const std::vector<int>& fields,
+                      PackedRow& stored)
+{
+    WriteStep step(*this);
+    step.run([&] {
+        requireVersion(table, version);
+        storage_->update(table, changed, fields);
+    });
+    auto row = std::make_shared<PackedRow>();
+    row->begin(version.id(), version.fieldCount());
+    for (int field = 0; field < version.fieldCount(); ++field) {
+        const bool isChanged = std::find(fields.begin(), fields.end(), field) != fields.end();
+        row->add((isChanged ? changed : version).cell(field));
+    }
+    stored = *row;
+    noteChange(table, version.id(), std::move(row));
+    step.finish();
+}
+
+void Database::remove(int table, RowView version)
+{
+    WriteStep step(*this);
+    const qint64 id = version.id();
+    step.run([&] {
+        requireVersion(table, version);
+        storage_->remove(table, id);
+    });
+    noteChange(table, id, nullptr);
+    step.finish();
+}
+
+void Database::noteChange(int table, qint64 id, std::shared_ptr<const PackedRow> row)
+{
+    Table& known = at(table);
+    ++known.ownWrites;
+    if (known.image)
+        known.changes[id] = std::move(row);
+}
+
+void Database::commit()
+{
+    storage_->commit();
+    tellWitnesses(true);
+}
+
+void Database::rollback()
+{
+    storage_->rollback();
+    forgetImages();
+    tellWitnesses(false);
+}
+
+void Database::tellWitnesses(bool committed)
+{
+    for (TransactionWitness* witness : witnesses_)
+        witness->transactionEnded(committed);
+}

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "Storage.h"
+#include "TableImage.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+// What hears that the transaction in which it wrote was undone.
+class TransactionWitness
+{
+public:
+    virtual void transactionEnded(bool committed) = 0;
+
+protected:
+    ~TransactionWitness() = default;
+};
+
+// One database file in use: the engine handle that all connections on it share, and the images of
+// its tables, kept while nobody else writes the file.
+class Database : public std::enable_shared_from_this<Database>
+{
+public:
+    // The pooled one, opened where there is none. Error -2147467259 with the engine's text.
+    static std::shared_ptr<Database> open(const QString& path);
+    // Closes the pooled files that no connection uses.
+    static void dropIdle();
+    // The engine's file layer for files opened from now on, null for its own.
+    static void setVfsForTests(const char* vfs);
+
+    explicit Database(std::unique_ptr<Storage> storage) : storage_(std::move(storage)) {}
+
+    const std::vector<TableDefinition>& tables() const { return storage_->tables(); }
+    // Without regard to case.
+    std::optional<int> table(const QString& name) const;
+    std::optional<int> field(int table, const QString& name) const;
+
+    // Changes whenever anyone has written the table, or the file from elsewhere.
+    struct Stamp
+    {
+        quint64 foreign = 0;
+        quint64 own = 0;
+        bool operator==(const Stamp&) const = default;
+    };
+    // Looks whether somebody else has written: at each call, or once in an event.
+    enum class Look
+    {
+        Now,
+        OnceAnEvent
+    };
+    Stamp stamp(int table, Look look);
+
+    // The table as it stands, this program's own writes included.
+    std::shared_ptr<const TableImage> image(int table);
+    // The stored row, false where there is none any more.
+    bool storedRow(int table, qint64 id, PackedRow& row, Look look = Look::OnceAnEvent);
+
+    // The following write in the transaction of the running event, or in one of their own.
+    // The row's id is set to the new one.
+    void insert(int table, PackedRow& row);
+    // Error -2147217864 where the stored row is not the given version any more. Writes the fields
+    // named, and gives back the row as it is stored now.
+    void update(int table, RowView version, RowView changed, const std::vector<int>& fields,
+                PackedRow& stored);
+    void remove(int table, RowView version);
+
+    bool isWriting() const { return storage_->isWriting(); }
+    void commit();
+    void rollback();
+    void watch(TransactionWitness* witness) { witnesses_.push_back(witness); }
+    void unwatch(TransactionWitness* witness) { std::erase(witnesses_, witness); }
+
+    Storage& storage() { return *storage_; }
+    // A sale list is looked at for its mark at the first opening, and after a failed commit.
+    bool listIsChecked() const { return listChecked_; }
+    void setListChecked(bool checked) { listChecked_ = checked; }
+    void forgetImages();
+
+private:
+    struct Table
+    {
+        std::shared_ptr<const TableImage> image;
+        // Written since the image was made, by id.
+        std::unordered_map<qint64, std::shared_ptr<const PackedRow>> changes;
+        quint64 ownWrites = 0;
+    };
+    class WriteStep;
+
+    Table& at(int table);
+    void lookAfresh();
+    void requireVersion(int table, RowView version);
+    void noteChange(int table, qint64 id, std::shared_ptr<const PackedRow> row);
+    void tellWitnesses(bool committed);
+
+    std::unique_ptr<Storage> storage_;
+    std::vector<Table> tables_;
+    std::optional<quint64> counter_;
+    quint64 foreignWrites_ = 0;
+    quint64 lookedInEvent_ = 0;
+    bool listChecked_ = false;
+    std::vector<TransactionWitness*> witnesses_;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Schema.h"
+
+#include <QtGlobal>
+
+// What only the files themselves know of each other.
+namespace fileformat {
+
+// The engine's application id of our files ("VBLO"), and of those whose backup was marked as
+// encrypted ("VBLE"); both open everywhere.
+constexpr qint32 Plain = 0x56424C4F;
+constexpr qint32 Marked = 0x56424C45;
+
+constexpr int Version = 1;
+
+// Tables of the machinery begin with this; recordsets do not see them.
+constexpr char InternalPrefix = '_';
+
+// Declared column types. The engine takes the affinity from the word that it knows in them.
+inline const char* declaredType(FieldKind kind)
+{
+    switch (kind) {
+    case FieldKind::Money:
+        return "MONEY INTEGER";
+    case FieldKind::Number:
+        return "REAL";
+    case FieldKind::YesNo:
+        return "BOOLEAN INTEGER";
+    case FieldKind::Date:
+        return "DATE TEXT";
+    case FieldKind::Text:
+        break;
+    }
+    return "TEXT";
+}
+
+} // namespace fileformat

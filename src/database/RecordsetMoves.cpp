@@ -1,0 +1,89 @@
+#include "Collation.h"
+#include "Faults.h"
+#include "FindCriterion.h"
+#include "RecordsetState.h"
+
+// The published table of moves: what is allowed at which end, and which flag a move sets that finds
+// no row ("BOF, EOF Properties" of the desktop database reference).
+
+void Recordset::MoveFirst()
+{
+    faults::point(faults::Call::Recordset);
+    State& state = open();
+    state.leaveRow();
+    if (state.bof && state.eof && state.rows.count() == 0)
+        throw RuntimeError(RuntimeError::NoCurrentRecord);
+    state.goTo(state.rows.first(), true, true);
+}
+
+void Recordset::MoveLast()
+{
+    faults::point(faults::Call::Recordset);
+    State& state = open();
+    state.leaveRow();
+    if (state.bof && state.eof && state.rows.count() == 0)
+        throw RuntimeError(RuntimeError::NoCurrentRecord);
+    state.goTo(state.rows.last(), true, true);
+}
+
+void Recordset::MoveNext()
+{
+    faults::point(faults::Call::Recordset);
+    State& state = open();
+    state.leaveRow();
+    if (state.eof)
+        throw RuntimeError(RuntimeError::NoCurrentRecord);
+    state.goTo(state.bof ? state.rows.first() : state.rows.atOrAfter(state.place + 1), false, true);
+}
+
+void Recordset::MovePrevious()
+{
+    faults::point(faults::Call::Recordset);
+    State& state = open();
+    state.leaveRow();
+    if (state.bof)
+        throw RuntimeError(RuntimeError::NoCurrentRecord);
+    state.goTo(state.eof ? state.rows.last() : state.rows.atOrBefore(state.place - 1), true, false);
+}
+
+// The published page "Find Method (ADO)"; a row that matches is found where it is the current one.
+void Recordset::Find(const QString& criterion, int skip)
+{
+    faults::point(faults::Call::Recordset);
+    State& state = open();
+    state.leaveRow();
+    const FindCriterion find = parseFind(criterion);
+    const std::optional<int> field = state.database->field(state.table, find.field);
+    if (!field)
+        throw RuntimeError(RuntimeError::NoSuchItem);
+    state.requireRow();
+    state.goTo(state.rows.search(state.place + skip, *field, folded(find.text).toStdString()),
+               false, true);
+}
+
+int Recordset::AbsolutePosition() const
+{
+    const State& state = open();
+    if (state.pending == State::Pending::NewRow || state.bof || state.eof ||
+        state.rows.isDeleted(state.place))
+        return 0;
+    return state.rows.rowsBefore(state.place) + 1;
+}
+
+void Recordset::setAbsolutePosition(int position)
+{
+    faults::point(faults::Call::Recordset);
+    State& state = open();
+    state.leaveRow();
+    if (position < 1 || position > state.rows.count())
+        throw RuntimeError(RuntimeError::WrongArguments);
+    state.stand(state.rows.placeOfNth(position - 1));
+}
+
+void Recordset::retakeVersion()
+{
+    State& state = open();
+    state.requireRow();
+    if (state.pending != State::Pending::NewRow)
+        state.takeVersion(Database::Look::Now);
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "PackedRow.h"
+#include "Schema.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+// Room for packed rows, in large pieces that never move.
+class RowArena
+{
+public:
+    const char* store(RowView row);
+
+private:
+    std::vector<std::unique_ptr<char[]>> pieces_;
+    std::size_t free_ = 0;
+    std::size_t next_ = 0;
+};
+
+// The folded texts of one field, one after another, for searching. A Null is a byte that no text
+// contains, and another such byte ends each text, so that no match reaches into the next one.
+struct FoldedColumn
+{
+    static constexpr char Null = '\xfe';
+    static constexpr char End = '\xff';
+
+    std::string_view text(std::size_t row) const
+    {
+        return std::string_view(bytes).substr(begins[row], begins[row + 1] - begins[row] - 1);
+    }
+
+    std::string bytes;
+    std::vector<quint32> begins; // one more than rows
+};
+
+// Positions of rows in the order of a field.
+using RowOrder = std::vector<quint32>;
+
+// The rows of a table as they were read in one go, by ascending id. They never change; orders and
+// folded texts are made when they are first asked for.
+class RowBlock
+{
+public:
+    explicit RowBlock(const TableDefinition& table) : table_(table) {}
+
+    // While it is being filled.
+    void append(RowView row) { rows_.push_back(arena_.store(row)); }
+    void finish() { rows_.shrink_to_fit(); }
+
+    std::size_t size() const { return rows_.size(); }
+    RowView row(std::size_t index) const
+    {
+        return {rows_[index], static_cast<int>(table_.fields.size())};
+    }
+    const TableDefinition& table() const { return table_; }
+
+    const RowOrder& order(int field) const;
+    const FoldedColumn& folded(int field) const;
+
+private:
+    const TableDefinition& table_;
+    RowArena arena_;
+    std::vector<const char*> rows_;
+    mutable std::map<int, RowOrder> orders_;
+    mutable std::map<int, FoldedColumn> folded_;
+};

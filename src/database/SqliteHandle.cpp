@@ -1,0 +1,147 @@
+#include "SqliteHandle.h"
+
+#include "Storage.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int BusyMilliseconds = 5000;
+
+struct EngineText
+{
+    QString text;
+    bool losesTransaction = false;
+};
+
+EngineText engineText(int code, const QString& path)
+{
+    switch (code & 0xff) {
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+    case SQLITE_FORMAT:
+        return {u"Formato de banco de dados '%1' não reconhecido."_s.arg(path), true};
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return {u"Não foi possível usar '%1'; o arquivo já está sendo usado."_s.arg(path)};
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        return {u"Não é possível atualizar. O banco de dados '%1' é somente leitura."_s.arg(path)};
+    case SQLITE_CANTOPEN:
+        return {u"Não foi possível abrir o arquivo '%1'."_s.arg(path), true};
+    case SQLITE_FULL:
+        return {u"Não há espaço suficiente no disco para gravar '%1'."_s.arg(path), true};
+    case SQLITE_IOERR:
+        return {u"Erro de disco ou de rede ao usar '%1'."_s.arg(path), true};
+    default:
+        return {u"O banco de dados '%1' não pôde ser usado (%2: %3)."_s.arg(path).arg(code).arg(
+                    QString::fromUtf8(sqlite3_errstr(code))),
+                true};
+    }
+}
+
+} // namespace
+
+SqliteHandle::SqliteHandle(const QString& path, Mode mode, const char* vfs) : path_(path)
+{
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
+                      (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, vfs);
+    if (code != SQLITE_OK) {
+        sqlite3_close_v2(handle_);
+        handle_ = nullptr;
+        raise(code);
+    }
+    sqlite3_busy_timeout(handle_, BusyMilliseconds);
+    // Two files that share a transaction name each other by path, which a share seen under two
+    // paths does not survive.
+    sqlite3_limit(handle_, SQLITE_LIMIT_ATTACHED, 0);
+}
+
+SqliteHandle::~SqliteHandle()
+{
+    sqlite3_close_v2(handle_);
+}
+
+void SqliteHandle::raise(int code) const
+{
+    const EngineText engine = engineText(code, path_);
+    if (engine.losesTransaction)
+        throw StorageFault(RuntimeError::EngineFault, engine.text);
+    throw RuntimeError(RuntimeError::EngineFault, engine.text);
+}
+
+void SqliteHandle::execute(const char* sql)
+{
+    const int code = sqlite3_exec(handle_, sql, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        raise(code);
+}
+
+qint64 SqliteHandle::integer(const char* sql)
+{
+    SqliteStatement statement(*this, sql);
+    return statement.step() ? statement.column(0).integer : 0;
+}
+
+SqliteStatement::SqliteStatement(SqliteHandle& handle, const std::string& sql) : handle_(handle)
+{
+    const int code = sqlite3_prepare_v2(handle.get(), sql.data(), static_cast<int>(sql.size()),
+                                        &statement_, nullptr);
+    if (code != SQLITE_OK)
+        handle.raise(code);
+}
+
+void SqliteStatement::bind(int parameter, const Cell& cell)
+{
+    switch (cell.type) {
+    case Cell::Type::Null:
+        sqlite3_bind_null(statement_, parameter);
+        break;
+    case Cell::Type::Integer:
+        sqlite3_bind_int64(statement_, parameter, cell.integer);
+        break;
+    case Cell::Type::Real:
+        sqlite3_bind_double(statement_, parameter, cell.real);
+        break;
+    case Cell::Type::Text:
+        sqlite3_bind_text(statement_, parameter, cell.text.data(),
+                          static_cast<int>(cell.text.size()), SQLITE_STATIC);
+        break;
+    }
+}
+
+bool SqliteStatement::step()
+{
+    const int code = sqlite3_step(statement_);
+    if (code == SQLITE_ROW)
+        return true;
+    if (code != SQLITE_DONE) {
+        sqlite3_reset(statement_);
+        handle_.raise(code);
+    }
+    return false;
+}
+
+void SqliteStatement::reset()
+{
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
+}
+
+Cell SqliteStatement::column(int column) const
+{
+    switch (sqlite3_column_type(statement_, column)) {
+    case SQLITE_NULL:
+        return Cell::null();
+    case SQLITE_INTEGER:
+        return Cell::ofInteger(sqlite3_column_int64(statement_, column));
+    case SQLITE_FLOAT:
+        return Cell::ofReal(sqlite3_column_double(statement_, column));
+    default: {
+        const void* text = sqlite3_column_blob(statement_, column);
+        const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
+        return Cell::ofText({static_cast<const char*>(text), text ? length : 0});
+    }
+    }
+}

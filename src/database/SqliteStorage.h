@@ -1,0 +1,52 @@
+#pragma once
+
+#include "SqliteHandle.h"
+#include "Storage.h"
+
+#include <map>
+#include <memory>
+
+// Storage in one file of the engine, with a rollback journal and EXTRA synchronisation: the file
+// may lie on a network drive, and a power cut must leave it whole.
+class SqliteStorage : public Storage
+{
+public:
+    SqliteStorage(const QString& path, const char* vfs);
+
+    const std::vector<TableDefinition>& tables() const override { return tables_; }
+    quint64 changeCounter() override;
+
+    void readTable(int table, const std::function<void(RowView)>& take) override;
+    bool readRow(int table, qint64 id, PackedRow& row) override;
+
+    void beginWrite() override;
+    bool isWriting() const override { return handle_.inTransaction(); }
+    void commit() override;
+    void rollback() noexcept override;
+
+    qint64 insert(int table, RowView row) override;
+    void update(int table, RowView row, const std::vector<int>& fields) override;
+    void remove(int table, qint64 id) override;
+    bool isEmpty(int table) override;
+    void removeAll(int table) override;
+
+    std::optional<ListState> listState() override;
+    void setListGeneration(qint64 generation) override;
+    std::optional<qint64> finishedGeneration(const std::string& list) override;
+    void markFinished(const ListState& list) override;
+
+private:
+    void readSchema();
+    // Prepared once, kept for the next use.
+    SqliteStatement& statement(const std::string& sql);
+    const std::string& name(int table) const { return names_[static_cast<std::size_t>(table)]; }
+    int fieldCount(int table) const;
+    void pack(SqliteStatement& statement, int fields, PackedRow& row) const;
+
+    SqliteHandle handle_;
+    std::vector<TableDefinition> tables_;
+    std::vector<std::string> names_; // quoted
+    bool hasListTable_ = false;
+    bool hasMarkTable_ = false;
+    std::map<std::string, std::unique_ptr<SqliteStatement>> statements_;
+};

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "PackedRow.h"
+#include "RuntimeError.h"
+#include "Schema.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+// A failure after which the transaction in progress is lost: full disk, I/O error, torn file.
+class StorageFault : public RuntimeError
+{
+public:
+    using RuntimeError::RuntimeError;
+};
+
+// Tells one station's sale list from another's, and one state of it from the next.
+struct ListState
+{
+    std::string id;
+    qint64 generation = 0;
+};
+
+// What recordsets ask of an engine, and nothing more, so that another engine can stand behind them.
+// Tables are named by their index in tables(). Every operation may throw RuntimeError -2147467259
+// with the engine's text.
+class Storage
+{
+public:
+    virtual ~Storage() = default;
+
+    virtual const std::vector<TableDefinition>& tables() const = 0;
+
+    // Another value than before where somebody else has written since; own writes do not count.
+    virtual quint64 changeCounter() = 0;
+
+    // All rows by ascending id.
+    virtual void readTable(int table, const std::function<void(RowView)>& take) = 0;
+    // False where there is no such row.
+    virtual bool readRow(int table, qint64 id, PackedRow& row) = 0;
+
+    // Takes the write lock at once; an error where it is not had within the time-out.
+    virtual void beginWrite() = 0;
+    virtual bool isWriting() const = 0;
+    virtual void commit() = 0;
+    virtual void rollback() noexcept = 0;
+
+    // The following need a transaction. insert answers the new id, which was never used before.
+    virtual qint64 insert(int table, RowView row) = 0;
+    virtual void update(int table, RowView row, const std::vector<int>& fields) = 0;
+    virtual void remove(int table, qint64 id) = 0;
+    virtual bool isEmpty(int table) = 0;
+    virtual void removeAll(int table) = 0;
+
+    // Of a sale list, its own id and how many times it was written; nothing for every other file.
+    virtual std::optional<ListState> listState() = 0;
+    virtual void setListGeneration(qint64 generation) = 0;
+    // Of the shared file: the generation at which that list was last booked and done with.
+    virtual std::optional<qint64> finishedGeneration(const std::string& list) = 0;
+    virtual void markFinished(const ListState& list) = 0;
+};

@@ -1,0 +1,159 @@
+#include "SampleData.h"
+
+#include "SampleOrders.h"
+#include "SampleWords.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+TableRows parts(SampleWords& words)
+{
+    TableRows parts{u"Pecas"_s, {}};
+    const QStringList kinds{
+        u"Capacitor eletrolítico"_s, u"Resistor de fio"_s,   u"Transistor"_s,
+        u"Circuito integrado"_s,     u"Diodo retificador"_s, u"Correia"_s,
+        u"Unidade óptica"_s,         u"Fusível de vidro"_s,  u"Chave de canais"_s,
+        u"Controle remoto"_s};
+    for (int number = 1; number <= 200; ++number) {
+        const QString model = u"M%1"_s.arg(100 + number);
+        parts.rows.push_back({SampleWords::code(number),
+                              u"%1-%2"_s.arg(QChar(u'A' + number % 6)).arg(1 + number % 24),
+                              QString::number(words.below(9) == 0 ? 0 : 1 + words.below(60)),
+                              kinds[number % kinds.size()] + u' ' + model,
+                              Value::Money{qint64(120 + 35 * words.below(160)) * 100},
+                              words.below(5) == 0 ? u"M%1"_s.arg(100 + number + 1) : QString()});
+    }
+    return parts;
+}
+
+TableRows suppliers(SampleWords& words)
+{
+    TableRows suppliers{u"FORNECEDOR"_s, {}};
+    const QStringList products{u"Capacitores e resistores"_s, u"Controles remotos"_s,
+                               u"Peças para micro-ondas"_s, u"Cabos e conectores"_s,
+                               u"Unidades ópticas"_s};
+    for (int number = 1; number <= 15; ++number) {
+        const QString person = words.person();
+        suppliers.rows.push_back({u"Eletrônica %1 Ltda"_s.arg(words.district()), person,
+                                  u"www.fornecedor%1.exemplo.com.br"_s.arg(number),
+                                  SampleWords::email(person), words.phone(), words.mobile(),
+                                  words.cgc(), QString::number(200000000 + words.below(99999999)),
+                                  words.oneOf(products), SampleWords::code(number)});
+    }
+    return suppliers;
+}
+
+TableRows defects()
+{
+    TableRows defects{u"DEFEITO"_s, {}};
+    const std::vector<std::pair<QString, QString>> known{
+        {u"Liga e desliga em seguida"_s, u"Capacitor da fonte com fuga; trocar C910 e C912."_s},
+        {u"Faixa horizontal na tela"_s,
+         u"Solda fria no integrado vertical; ressoldar e trocar o eletrolítico ao lado."_s},
+        {u"Não sintoniza canais altos"_s, u"Varicap ou tensão de 33 V baixa; medir o zener."_s},
+        {u"CD pula"_s, u"Limpar a lente; se persistir, ajustar o ganho de foco."_s},
+        {u"Prato não gira"_s, u"Motor síncrono aberto; medir a bobina antes de trocar."_s},
+        {u"Imagem esverdeada"_s,
+         u"Amplificador de vídeo do canal vermelho; trocar o transistor na placa do tubo."_s}};
+    const QStringList brands{u"Aurora"_s, u"Boreal"_s, u"Caiçara"_s, u"Itapuã"_s};
+    int number = 0;
+    for (const QString& brand : brands)
+        for (const auto& [defect, solution] : known)
+            defects.rows.push_back({brand, u"TX-%1"_s.arg(20 + ++number), defect, solution});
+    return defects;
+}
+
+TableRows orders()
+{
+    TableRows orders{u"PEDIDO"_s, {}};
+    const QStringList wanted{u"Flyback universal 29 pol"_s, u"Correia de gaveta"_s,
+                             u"Unidade óptica de CD"_s,     u"Fusível de alta tensão"_s,
+                             u"Controle remoto M119"_s,     u"Magnetron 900W"_s};
+    for (int number = 1; number <= wanted.size(); ++number)
+        orders.rows.push_back({dateText(QDate(2026, 2, number)), wanted[number - 1],
+                               number % 3 == 0 ? u"p.EST"_s : QString::number(2 * number),
+                               SampleWords::code(number)});
+    return orders;
+}
+
+TableRows maintenance(SampleWords& words)
+{
+    TableRows maintenance{u"MANUTENCAO"_s, {}};
+    const QString blankLine = QString(25, u'*');
+    for (int number = 1; number <= 12; ++number) {
+        const QString person = words.person();
+        maintenance.rows.push_back({SampleWords::code(number),
+                                    dateText(QDate(2026, 1, number)),
+                                    dateText(QDate(2026, 1, number + 4)),
+                                    person,
+                                    words.street(),
+                                    u"Campinas"_s,
+                                    u"SP"_s,
+                                    QString::number(10 + words.below(900)),
+                                    words.district(),
+                                    u"Fundos"_s,
+                                    words.phone(),
+                                    words.mobile(),
+                                    words.cpf(),
+                                    SampleWords::email(person),
+                                    u"Revisão da antena coletiva"_s,
+                                    u"Troca de cabos"_s,
+                                    blankLine,
+                                    blankLine,
+                                    u"Trocados 30 metros de cabo coaxial"_s,
+                                    u"Ajustado o amplificador de linha"_s,
+                                    blankLine,
+                                    blankLine,
+                                    u"Combinar horário com o síndico"_s,
+                                    QString::number(120 + 10 * number) + u",00"_s});
+    }
+    return maintenance;
+}
+
+} // namespace
+
+std::vector<TableRows> sampleRows()
+{
+    SampleWords words;
+    std::vector<TableRows> rows = sampleOrders(words);
+    rows.push_back(parts(words));
+    rows.push_back(suppliers(words));
+    rows.push_back(defects());
+    rows.push_back(orders());
+    rows.push_back(maintenance(words));
+    return rows;
+}
+
+std::vector<std::pair<QString, QString>> sampleSettings()
+{
+    std::vector<std::pair<QString, QString>> settings{
+        {u"Titulo"_s, u"Oficina Eletrônica Boa Vista"_s},
+        {u"Endereco"_s, u"Rua São Bento, 412 - Centro - Campinas - SP"_s},
+        {u"Telefone"_s, u"(19)3232-4410"_s},
+        {u"Site"_s, u"www.boavista.exemplo.com.br"_s},
+        {u"Email"_s, u"oficina@boavista.exemplo.com.br"_s}};
+    const QStringList entrySheet{
+        u"O orçamento é gratuito e tem validade de 10 dias a partir da data em que for comunicado ao cliente."_s,
+        u"O aparelho só será reparado depois da autorização do cliente, por escrito ou por telefone."_s,
+        u"Aparelhos não retirados em 90 dias poderão ser vendidos para cobrir as despesas do serviço."_s,
+        u"A oficina não se responsabiliza por acessórios que não estejam anotados nesta ficha."_s,
+        u"O prazo de reparo depende da chegada das peças e pode ser prorrogado com aviso ao cliente."_s,
+        u"As peças trocadas ficam à disposição do cliente até a retirada do aparelho."_s,
+        u"O aparelho será entregue somente com a apresentação desta ficha ou de documento do titular."_s,
+        u"Declaro estar de acordo com as condições acima."_s};
+    const QStringList exitSheet{
+        u"A garantia do serviço é de 90 dias a partir da data de entrega e cobre as peças trocadas e a mão de obra."_s,
+        u"A garantia não cobre defeitos causados por queda, líquidos, descargas elétricas ou ligação errada."_s,
+        u"O rompimento do lacre da oficina por outra pessoa cancela a garantia."_s,
+        u"Para usar a garantia é preciso apresentar este certificado."_s,
+        u"O transporte do aparelho até a oficina corre por conta do cliente."_s,
+        u"Defeitos diferentes daquele que foi reparado terão novo orçamento."_s,
+        u"Ligue o aparelho na tensão correta e use um filtro de linha."_s,
+        u"Agradecemos a preferência e a confiança em nosso trabalho."_s};
+    for (int line = 0; line < 8; ++line)
+        settings.emplace_back(QString::number(line + 1), entrySheet[line]);
+    for (int line = 0; line < 8; ++line)
+        settings.emplace_back(QString::number(line + 11), exitSheet[line]);
+    return settings;
+}

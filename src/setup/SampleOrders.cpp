@@ -1,0 +1,98 @@
+#include "SampleOrders.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Job
+{
+    QString device;
+    QString defect;
+    QString service;
+    QString part;
+    int cents = 0;
+};
+
+const std::vector<Job>& jobs()
+{
+    static const std::vector<Job> all{
+        {u"Televisor 29 polegadas"_s, u"Não liga"_s, u"Troca do capacitor da fonte"_s,
+         u"Capacitor eletrolítico 470uF 63V"_s, 8500},
+        {u"Televisor 20 polegadas"_s, u"Sem imagem, com som"_s,
+         u"Troca do flyback e ajuste de foco"_s, u"Flyback universal 29 pol"_s, 14000},
+        {u"Micro-ondas 28 litros"_s, u"Não aquece"_s,
+         u"Troca do magnetron e do fusível de alta tensão"_s, u"Fusível de alta tensão"_s, 16000},
+        {u"Aparelho de som com CD"_s, u"CD não lê"_s,
+         u"Limpeza da lente e troca da unidade óptica"_s, u"Unidade óptica de CD"_s, 9500},
+        {u"Videocassete 4 cabeças"_s, u"Enrola a fita"_s,
+         u"Troca do rolo pressor e limpeza do mecanismo"_s, u"Rolo pressor"_s, 6000},
+        {u"Monitor 17 polegadas"_s, u"Imagem escura"_s,
+         u"Troca do transistor de saída horizontal"_s, u"Transistor de saída horizontal"_s, 7800},
+        {u"Aparelho de DVD"_s, u"Não abre a gaveta"_s, u"Troca da correia da gaveta"_s,
+         u"Correia de gaveta"_s, 4500},
+        {u"Rádio gravador"_s, u"Som falhando"_s, u"Limpeza dos potenciômetros"_s,
+         u"Potenciômetro duplo 50K"_s, 3500},
+    };
+    return all;
+}
+
+} // namespace
+
+std::vector<TableRows> sampleOrders(SampleWords& words)
+{
+    TableRows orders{u"Cliente"_s, {}};
+    TableRows twins{u"PECAAPLICADA"_s, {}};
+    TableRows movements{u"MOVIMENTO"_s, {}};
+    constexpr int Count = 320;
+    const QDate firstDay(2025, 9, 1);
+    for (int number = 1; number <= Count; ++number) {
+        const Job& job =
+            jobs()[static_cast<std::size_t>(words.below(static_cast<int>(jobs().size())))];
+        const QString code = SampleWords::code(number);
+        const QString person = words.person();
+        const QDate entry = firstDay.addDays(number / 2);
+        const bool delivered = number <= Count - 60 && words.below(10) != 0;
+        const QDate exit = entry.addDays(2 + words.below(12));
+        const Value::Money price{qint64(job.cents + 500 * words.below(8)) * 100};
+        const bool company = words.below(8) == 0;
+        orders.rows.push_back(
+            {code,
+             dateText(entry),
+             delivered ? dateText(exit) : QString(),
+             person,
+             words.street(),
+             u"Campinas"_s,
+             u"SP"_s,
+             QString::number(10 + words.below(1900)),
+             words.district(),
+             words.below(4) == 0 ? u"Apto %1"_s.arg(11 + words.below(80)) : QString(),
+             words.phone(),
+             words.mobile(),
+             company ? words.cgc() : words.cpf(),
+             SampleWords::email(person),
+             job.device,
+             u"Série %1"_s.arg(100000 + words.below(899999)),
+             job.defect,
+             words.below(3) == 0 ? u"Com controle remoto"_s : QString(),
+             delivered ? job.service : QString(),
+             price,
+             delivered,
+             words.below(20) == 0,
+             delivered || words.below(2) == 0,
+             false,
+             u"Prateleira %1"_s.arg(1 + words.below(12))});
+        std::vector<Value> twin{code, person};
+        if (delivered) {
+            const int part = 1 + words.below(200);
+            for (const QString& text : {SampleWords::code(part), job.part, u"1"_s, u"18,00"_s})
+                twin.push_back(text);
+        }
+        twins.rows.push_back(std::move(twin));
+    }
+    for (int sale = 0; sale < 40; ++sale)
+        movements.rows.push_back(
+            {SampleWords::code(1 + words.below(200)),
+             jobs()[static_cast<std::size_t>(sale) % jobs().size()].part, 1 + words.below(4),
+             Value::Money{qint64(350 + 50 * words.below(60)) * 100}, firstDay.addDays(4 * sale)});
+    return {orders, twins, movements};
+}
