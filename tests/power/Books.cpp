@@ -1,0 +1,204 @@
+#include "Books.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+void require(bool holds, const std::string& otherwise)
+{
+    if (!holds)
+        throw Failure(otherwise);
+}
+
+// Boxes and refused saves that a clerk who works alone must not meet.
+[[noreturn]] void refuse(const Words& words)
+{
+    std::string line;
+    for (const std::string& word : words)
+        line += word + ' ';
+    throw std::runtime_error("the driver told: " + line);
+}
+
+} // namespace
+
+std::vector<Words> query(const std::string& file, const std::string& sql)
+{
+    std::vector<Words> rows;
+    sqlite3* handle = nullptr;
+    char* message = nullptr;
+    const auto take = [](void* out, int count, char** values, char**) {
+        Words& row = static_cast<std::vector<Words>*>(out)->emplace_back();
+        for (int i = 0; i < count; ++i)
+            row.emplace_back(values[i] ? values[i] : "NULL");
+        return 0;
+    };
+    int code = sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    if (code == SQLITE_OK)
+        code = sqlite3_exec(handle, sql.c_str(), take, &rows, &message);
+    const std::string text = message ? message : sqlite3_errstr(code);
+    sqlite3_free(message);
+    sqlite3_close(handle);
+    require(code == SQLITE_OK, file + ": " + text);
+    return rows;
+}
+
+void requireWhole(const std::string& file)
+{
+    require(query(file, "PRAGMA integrity_check") == std::vector<Words>{{"ok"}},
+            file + " is not whole");
+}
+
+void requireTwins(const std::string& file)
+{
+    require(query(file, "SELECT numero, Nome FROM Cliente ORDER BY 1, 2") ==
+                query(file, "SELECT NUMERO, NOME FROM PECAAPLICADA ORDER BY 1, 2"),
+            "an order without its twin, or a twin without its order");
+}
+
+void OrdersBook::read(const Words& words, int)
+{
+    if (words[0] == "save") {
+        next_ = orders_;
+        next_[words[1]] = words;
+    } else if (words[0] == "delete") {
+        next_ = orders_;
+        next_.erase(words[1]);
+    } else if (words[0] == "done") {
+        orders_ = next_;
+    } else if (words[0] != "end") {
+        refuse(words);
+    }
+}
+
+void OrdersBook::compare(const std::string& file)
+{
+    requireTwins(file);
+    std::map<std::string, Words> stored;
+    for (const Words& row :
+         query(file, "SELECT 'save', numero, Nome, local, observacao FROM Cliente"))
+        require(stored.emplace(row[1], row).second, "order " + row[1] + " is there twice");
+    require(stored == orders_ || stored == next_,
+            "the orders are neither as last saved nor as last being saved");
+    orders_ = next_ = stored;
+}
+
+void SalesBook::prepare(const std::string& file)
+{
+    // Stocks that come down to 0 at different times, in steps of one or two.
+    query(file, "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30) "
+                "INSERT INTO Pecas SELECT NULL, printf('%07d', i), 'A1', i * 3, "
+                "printf('Peca %02d', i), 25000, '' FROM n");
+    shop_ = next_ = shopOf(file);
+}
+
+void SalesBook::book()
+{
+    next_ = shop_;
+    for (const auto& [code, pieces] : lists_[booking_]) {
+        next_.stock[code] -= pieces;
+        next_.cash[code].first += 1;
+        next_.cash[code].second += pieces;
+    }
+    for (const auto& [code, stock] : next_.stock)
+        if (stock == 0 && !shop_.ordered.contains("Peca " + code.substr(5)))
+            next_.ordered.insert("Peca " + code.substr(5));
+}
+
+void SalesBook::read(const Words& words, int station)
+{
+    auto& list = lists_[station];
+    if (words[0] == "list") {
+        require(std::stoul(words[1]) == list.size(),
+                "the list shows " + words[1] + " lines and not " + std::to_string(list.size()));
+    } else if (words[0] == "line") {
+        list.emplace_back(words[1], std::stoi(words[2]));
+    } else if (words[0] == "book") {
+        booking_ = station;
+        book();
+    } else if (words[0] == "done") {
+        shop_ = next_;
+        list.clear();
+        booking_ = -1;
+    } else if (words[0] != "end") {
+        refuse(words);
+    }
+}
+
+void SalesBook::compare(const std::string& file)
+{
+    const Shop stored = shopOf(file);
+    if (stored == next_ && booking_ >= 0)
+        lists_[booking_].clear();
+    else
+        require(stored == shop_, "stock, cash and orders are neither before nor after the sale");
+    booking_ = -1;
+    shop_ = next_ = stored;
+}
+
+SalesBook::Shop SalesBook::shopOf(const std::string& file)
+{
+    Shop shop;
+    for (const Words& row : query(file, "SELECT CODIGO, ESTOQUE FROM Pecas"))
+        shop.stock[row[0]] = std::stoi(row[1]);
+    for (const Words& row : query(file, "SELECT codigo, count(*), sum(quantidade), "
+                                        "sum(valor) = 25000 * sum(quantidade) FROM MOVIMENTO "
+                                        "GROUP BY codigo")) {
+        require(row[3] == "1", "cash of part " + row[0] + " is not its price");
+        shop.cash[row[0]] = {std::stoi(row[1]), std::stoi(row[2])};
+    }
+    for (const Words& row : query(file, "SELECT DESCRICAO FROM PEDIDO"))
+        shop.ordered.insert(row[0]);
+    return shop;
+}
+
+void SharedOrdersBook::read(const Words& words, int station)
+{
+    if (words[0] == "save" || words[0] == "delete") {
+        last_[station] = words;
+        return;
+    }
+    if (words[0] == "refused") {
+        ++refused_;
+        return;
+    }
+    if (words[0] == "end")
+        return;
+    if (words[0] != "done")
+        refuse(words);
+    ++saved_;
+    const Words& step = last_[station];
+    const std::string& name = step[2];
+    if (step[0] == "delete") {
+        deleted_.insert(name);
+        return;
+    }
+    const bool isOwn = name[0] == "ab"[station];
+    if (isOwn && !created_.contains(name))
+        created_[name] = {step[1], {step[3], step[4]}};
+    else
+        edited_[station][name] = step[3 + static_cast<std::size_t>(station)];
+}
+
+void SharedOrdersBook::compare(const std::string& file)
+{
+    requireTwins(file);
+    std::printf("stations: %d saved, %d refused\n", saved_, refused_);
+    require(refused_ > 0, "the stations never met");
+    std::vector<Words> expected;
+    for (const auto& [name, order] : created_) {
+        if (deleted_.contains(name))
+            continue;
+        Words row{order.number, name, order.fields[0], order.fields[1]};
+        for (std::size_t station = 0; station < 2; ++station)
+            if (const auto edit = edited_[station].find(name); edit != edited_[station].end())
+                row[2 + station] = edit->second;
+        expected.push_back(row);
+    }
+    std::sort(expected.begin(), expected.end());
+    require(query(file, "SELECT numero, Nome, local, observacao FROM Cliente ORDER BY 1, 2") ==
+                expected,
+            "the rows do not hold what each station saved last");
+}

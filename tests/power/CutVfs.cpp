@@ -1,0 +1,257 @@
+#include "CutVfs.h"
+
+#include <sqlite3.h>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t SectorSize = 512;
+
+// A write, or without bytes a cut to a length.
+struct Change
+{
+    std::size_t at = 0;
+    std::string bytes;
+
+    void applyTo(std::string& content) const
+    {
+        if (bytes.empty() || content.size() < at + bytes.size())
+            content.resize(at + bytes.size());
+        content.replace(at, bytes.size(), bytes);
+    }
+};
+
+// One file as the medium holds it for certain, and what happened to it since.
+struct Medium
+{
+    bool exists = false;
+    bool entrySynced = false; // the folder's entry, on the medium
+    std::string synced;
+    std::vector<Change> pending;
+    bool isJournal = false;
+    bool isWriting = false; // a journal with content
+};
+
+struct Layer
+{
+    sqlite3_vfs* base = nullptr;
+    sqlite3_vfs own{};
+    const sqlite3_io_methods* baseMethods = nullptr;
+    sqlite3_io_methods ownMethods{};
+    cutvfs::Status* status = nullptr;
+    cutvfs::Plan plan;
+    std::mt19937 random;
+    std::map<std::string, Medium> files;
+};
+
+Layer layer;
+
+// Behind what the layer below keeps of a file; null for files that the engine has for itself.
+Medium*& mediumOf(sqlite3_file* file)
+{
+    return *reinterpret_cast<Medium**>(reinterpret_cast<char*>(file) + layer.base->szOsFile);
+}
+
+bool forgets()
+{
+    return layer.plan.cut != cutvfs::Cut::Kill;
+}
+
+void note(sqlite3_file* file, Change change)
+{
+    if (Medium* medium = mediumOf(file); medium && forgets())
+        medium->pending.push_back(std::move(change));
+}
+
+void settleSome(Medium& medium)
+{
+    for (Change& change : medium.pending) {
+        const auto fate = layer.random() % 3;
+        if (fate == 0)
+            continue;
+        if (const auto sectors = change.bytes.size() / SectorSize; fate == 1 && sectors > 1)
+            change.bytes.resize((1 + layer.random() % (sectors - 1)) * SectorSize);
+        change.applyTo(medium.synced);
+    }
+}
+
+void forget(const std::string& path, Medium& medium)
+{
+    bool stays = medium.entrySynced;
+    if (layer.plan.cut == cutvfs::Cut::ForgetSome) {
+        settleSome(medium);
+        if (medium.exists != medium.entrySynced)
+            stays = layer.random() % 2 == 0;
+    }
+    if (stays)
+        std::ofstream(path, std::ios::binary) << medium.synced;
+    else
+        unlink(path.c_str());
+}
+
+// A call that changes something, with the cut before, in or after it.
+template <class Work, class Half> int changing(const Work& work, const Half& half)
+{
+    if (!layer.status->armed || ++layer.status->calls != layer.plan.call)
+        return work();
+    const auto moment = layer.random() % 3;
+    if (moment == 1)
+        half();
+    else if (moment == 2)
+        work();
+    if (forgets())
+        for (auto& [path, medium] : layer.files)
+            forget(path, medium);
+    raise(SIGKILL);
+    return SQLITE_IOERR;
+}
+
+template <class Work> int changing(const Work& work)
+{
+    return changing(work, [] {});
+}
+
+void syncFolder()
+{
+    for (auto& [path, medium] : layer.files)
+        medium.entrySynced = medium.exists;
+}
+
+int doWrite(sqlite3_file* file, const void* data, int size, sqlite3_int64 at)
+{
+    Medium* medium = mediumOf(file);
+    if (medium && medium->isJournal && !medium->isWriting) {
+        medium->isWriting = true;
+        ++layer.status->openTransactions;
+    }
+    const auto write = [&](int length) {
+        const std::string bytes(static_cast<const char*>(data), static_cast<std::size_t>(length));
+        const int code = layer.baseMethods->xWrite(file, data, length, at);
+        if (code == SQLITE_OK && length > 0)
+            note(file, {static_cast<std::size_t>(at), bytes});
+        return code;
+    };
+    return changing([&] { return write(size); }, [&] { write(size / 2); });
+}
+
+int doTruncate(sqlite3_file* file, sqlite3_int64 size)
+{
+    return changing([&] {
+        const int code = layer.baseMethods->xTruncate(file, size);
+        if (code == SQLITE_OK)
+            note(file, {static_cast<std::size_t>(size), {}});
+        return code;
+    });
+}
+
+int doSync(sqlite3_file* file, int flags)
+{
+    return changing([&] {
+        const int code = layer.baseMethods->xSync(file, flags);
+        Medium* medium = mediumOf(file);
+        if (code != SQLITE_OK || !medium || layer.plan.deaf)
+            return code;
+        for (const Change& change : medium->pending)
+            change.applyTo(medium->synced);
+        medium->pending.clear();
+        // The layer below syncs the folder with the first sync of a new journal.
+        if (!medium->entrySynced)
+            syncFolder();
+        return code;
+    });
+}
+
+int doDelete(sqlite3_vfs*, const char* path, int syncsFolder)
+{
+    return changing([&] {
+        const int code = layer.base->xDelete(layer.base, path, syncsFolder);
+        const auto known = layer.files.find(path);
+        if (code != SQLITE_OK || known == layer.files.end())
+            return code;
+        known->second.exists = false;
+        if (std::exchange(known->second.isWriting, false))
+            --layer.status->openTransactions;
+        if (syncsFolder && !layer.plan.deaf)
+            syncFolder();
+        return code;
+    });
+}
+
+int doOpen(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* outFlags)
+{
+    mediumOf(file) = nullptr;
+    if (path && (flags & (SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL))) {
+        Medium& medium = layer.files[path];
+        if (!std::filesystem::exists(path)) {
+            medium = {};
+        } else if (!medium.exists) {
+            // Read before the engine opens it, whose locks this would drop.
+            std::ifstream content(path, std::ios::binary);
+            medium = {true, true, {std::istreambuf_iterator<char>(content), {}}, {}};
+        }
+        medium.isJournal = flags & SQLITE_OPEN_MAIN_JOURNAL;
+        mediumOf(file) = &medium;
+    }
+    const int code = layer.base->xOpen(layer.base, path, file, flags, outFlags);
+    if (code != SQLITE_OK)
+        return code;
+    if (mediumOf(file))
+        mediumOf(file)->exists = true;
+    layer.baseMethods = file->pMethods;
+    layer.ownMethods = *file->pMethods;
+    layer.ownMethods.iVersion = 1;
+    layer.ownMethods.xWrite = doWrite;
+    layer.ownMethods.xTruncate = doTruncate;
+    layer.ownMethods.xSync = doSync;
+    file->pMethods = &layer.ownMethods;
+    return code;
+}
+
+// As given: two stations may know one folder under two paths, which the layer below sees through.
+int doFullPathname(sqlite3_vfs*, const char* path, int size, char* full)
+{
+    sqlite3_snprintf(size, full, "%s", path);
+    return SQLITE_OK;
+}
+
+} // namespace
+
+cutvfs::Status* cutvfs::map(const char* statusFile)
+{
+    const int file = open(statusFile, O_RDWR | O_CREAT, 0600);
+    if (file < 0 || ftruncate(file, sizeof(Status)) != 0)
+        std::abort();
+    void* mapped = mmap(nullptr, sizeof(Status), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    close(file);
+    if (mapped == MAP_FAILED)
+        std::abort();
+    return static_cast<Status*>(mapped);
+}
+
+void cutvfs::install(Status* status, const Plan& plan, unsigned seed)
+{
+    layer.status = status;
+    layer.plan = plan;
+    layer.random.seed(seed);
+    layer.base = sqlite3_vfs_find(nullptr);
+    layer.own = *layer.base;
+    layer.own.zName = "cut";
+    layer.own.szOsFile += static_cast<int>(sizeof(Medium*));
+    layer.own.xOpen = doOpen;
+    layer.own.xDelete = doDelete;
+    layer.own.xFullPathname = doFullPathname;
+    sqlite3_vfs_register(&layer.own, 1);
+}

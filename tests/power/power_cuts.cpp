@@ -1,0 +1,271 @@
+#include "Books.h"
+#include "CutVfs.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <sstream>
+#include <thread>
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Far longer than any run of a driver.
+constexpr auto Patience = 150s;
+
+// One run of the driver. Its end and its state are looked at without waiting for ever.
+class Run
+{
+public:
+    Run(const std::string& program, Words arguments, const fs::path& folder) : log_(folder / "log")
+    {
+        fs::remove(folder / "status");
+        status_ = cutvfs::map((folder / "status").c_str());
+        arguments.insert(arguments.begin(), program);
+        std::vector<char*> words;
+        for (std::string& argument : arguments)
+            words.push_back(argument.data());
+        words.push_back(nullptr);
+        process_ = fork();
+        if (process_ == 0) {
+            dup2(open(log_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
+            execv(program.c_str(), words.data());
+            _exit(127);
+        }
+    }
+    ~Run()
+    {
+        kill();
+        if (!ended_)
+            waitpid(process_, &state_, 0);
+        munmap(status_, sizeof *status_);
+    }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    const cutvfs::Status& status() const { return *status_; }
+
+    void waitUntilArmed()
+    {
+        waitFor([this] { return status_->armed || hasEnded(); });
+    }
+    void kill()
+    {
+        if (!hasEnded())
+            ::kill(process_, SIGKILL);
+    }
+    // Whether it was killed; every other end but a good one is a failure.
+    bool waitUntilGone()
+    {
+        waitFor([this] { return hasEnded(); });
+        const bool killed = WIFSIGNALED(state_) && WTERMSIG(state_) == SIGKILL;
+        if (!killed && (!WIFEXITED(state_) || WEXITSTATUS(state_) != 0))
+            throw std::runtime_error("the driver ended with state " + std::to_string(state_));
+        return killed;
+    }
+
+    void readTo(Book& book, int station) const
+    {
+        std::ifstream log(log_);
+        for (std::string line; std::getline(log, line);) {
+            Words words;
+            std::istringstream parts(line);
+            for (std::string word; std::getline(parts, word, '\t');)
+                words.push_back(word);
+            book.read(words, station);
+        }
+    }
+
+private:
+    bool hasEnded()
+    {
+        ended_ = ended_ || waitpid(process_, &state_, WNOHANG) == process_;
+        return ended_;
+    }
+    template <class Condition> void waitFor(const Condition& condition)
+    {
+        const auto late = std::chrono::steady_clock::now() + Patience;
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() > late)
+                throw std::runtime_error("the driver hangs");
+            std::this_thread::sleep_for(200us);
+        }
+    }
+
+    fs::path log_;
+    cutvfs::Status* status_ = nullptr;
+    pid_t process_ = -1;
+    int state_ = 0;
+    bool ended_ = false;
+};
+
+// Two stations on one shared file; each knows its folder under another path.
+class Cutter
+{
+public:
+    // power_cuts orders|sales kill ROUNDS: killed at any moment, half of the rounds at a chosen
+    // call. power_cuts orders|sales each-statement ROUNDS: the same without transactions; must
+    // fail. power_cuts orders|sales sweep STRIDE: forgets what was not synced, at every STRIDE-th
+    // call. power_cuts orders|sales deaf STRIDE: the same with syncs that do nothing; must fail.
+    // power_cuts stations together SECONDS: both work at the same time.
+    Cutter(const fs::path& program, std::string work, std::string way, int number, unsigned seed)
+        : driver_(program.parent_path() / "power_driver"), work_(std::move(work)),
+          way_(std::move(way)), number_(number), seed_(seed), random_(seed)
+    {
+        std::string pattern = fs::temp_directory_path() / "power-XXXXXX";
+        root_ = mkdtemp(pattern.data());
+        fs::create_directory_symlink("share", root_ / "link");
+        initialise("share", "share");
+        initialise("s0", "share");
+        initialise("s1", "link");
+        fs::create_directory(root_ / "look");
+    }
+
+    // Prints what came of it; the answer is the exit status.
+    int run()
+    {
+        bool failed = false;
+        try {
+            if (work_ == "stations")
+                workTogether();
+            else
+                cutOff();
+        } catch (const Failure& failure) {
+            failed = true;
+            std::printf("round %d: %s\n", rounds_, failure.what());
+        }
+        std::printf("%s, %s: %d rounds, %d cuts, %d inside a transaction, %d failures\n",
+                    work_.c_str(), way_.c_str(), rounds_, cuts_, inside_, failed ? 1 : 0);
+        const bool mustFail = way_ == "each-statement" || way_ == "deaf";
+        if (failed && !mustFail)
+            std::printf("kept in %s\n", root_.c_str());
+        else
+            fs::remove_all(root_);
+        return failed == mustFail ? 0 : 1;
+    }
+
+private:
+    fs::path folderOf(int station) const { return root_ / ("s" + std::to_string(station)); }
+    fs::path shared() const { return root_ / "share" / "GALTERIA1.mdb"; }
+
+    void initialise(const char* folder, const char* share)
+    {
+        fs::create_directory(root_ / folder);
+        Run(driver_, {"init", root_ / folder, root_ / share / "GALTERIA1.mdb"}, root_ / folder)
+            .waitUntilGone();
+    }
+
+    // A copy with its journal, so that the next start finds what the cut left.
+    std::string copyForLook(const fs::path& file) const
+    {
+        const std::string copy = root_ / "look" / file.filename();
+        for (const std::string tail : {"", "-journal"}) {
+            fs::remove(copy + tail);
+            if (fs::exists(file.string() + tail))
+                fs::copy_file(file.string() + tail, copy + tail);
+        }
+        return copy;
+    }
+
+    Words arguments(const std::string& mode, int station, int call, int cut) const
+    {
+        return {mode,
+                folderOf(station),
+                std::to_string(seed_ + static_cast<unsigned>(rounds_)),
+                folderOf(station) / "status",
+                std::to_string(call),
+                std::to_string(cut),
+                way_,
+                std::to_string(number_)};
+    }
+
+    void cutOff()
+    {
+        const std::unique_ptr<Book> book = work_ == "orders" ? std::unique_ptr<Book>(new OrdersBook)
+                                                             : std::make_unique<SalesBook>();
+        book->prepare(shared());
+        if (way_ == "sweep" || way_ == "deaf") {
+            for (const int cut : {1, 2}) {
+                int call = 1 + static_cast<int>(random_() % static_cast<unsigned>(number_));
+                while (round(*book, call, cut))
+                    call += number_;
+            }
+            return;
+        }
+        constexpr unsigned MostCalls = 60;
+        while (rounds_ < number_)
+            round(*book, rounds_ % 2 == 0 ? 1 + static_cast<int>(random_() % MostCalls) : 0, 0);
+        if (inside_ * 2 < cuts_)
+            throw std::runtime_error("too few cuts inside a transaction");
+    }
+
+    // Whether the driver was cut off. Without a call it is killed from outside, at any moment.
+    bool round(Book& book, int call, int cut)
+    {
+        constexpr unsigned MostMicroseconds = 30000;
+        const int station = rounds_++ % 2;
+        Run run(driver_, arguments(work_, station, call, cut), folderOf(station));
+        run.waitUntilArmed();
+        if (call == 0) {
+            std::this_thread::sleep_for(std::chrono::microseconds(random_() % MostMicroseconds));
+            run.kill();
+        }
+        const bool killed = run.waitUntilGone();
+        cuts_ += killed;
+        inside_ += killed && run.status().openTransactions > 0;
+        run.readTo(book, station);
+        if (!run.status().armed)
+            throw Failure("the next start does not get to work");
+        requireWhole(copyForLook(folderOf(station) / "MIRANDEL1.mdb"));
+        const std::string look = copyForLook(shared());
+        requireWhole(look);
+        book.compare(look);
+        return killed;
+    }
+
+    void workTogether()
+    {
+        SharedOrdersBook book;
+        Run first(driver_, arguments("a", 0, 0, 0), folderOf(0));
+        Run second(driver_, arguments("b", 1, 0, 0), folderOf(1));
+        first.waitUntilGone();
+        second.waitUntilGone();
+        first.readTo(book, 0);
+        second.readTo(book, 1);
+        requireWhole(shared());
+        book.compare(shared());
+    }
+
+    std::string driver_, work_, way_;
+    int number_;
+    unsigned seed_;
+    std::mt19937 random_;
+    fs::path root_;
+    int rounds_ = 0;
+    int cuts_ = 0;
+    int inside_ = 0;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+try {
+    if (argc < 4)
+        throw std::runtime_error("power_cuts orders|sales|stations WAY NUMBER [SEED]");
+    const unsigned seed = argc > 4 ? static_cast<unsigned>(std::stoul(argv[4])) : 1;
+    return Cutter(argv[0], argv[1], argv[2], std::stoi(argv[3]), seed).run();
+} catch (const std::exception& error) {
+    std::printf("%s\n", error.what());
+    return 2;
+}

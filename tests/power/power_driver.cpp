@@ -1,0 +1,306 @@
+#include "Application.h"
+#include "Buscacli.h"
+#include "CutVfs.h"
+#include "EventTransactions.h"
+#include "Form1Cli.h"
+#include "Form1pecavenda.h"
+#include "Form1principal.h"
+#include "FormRegistry.h"
+#include "Funciones.h"
+#include "HostPaths.h"
+#include "Installation.h"
+#include "MsgBox.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QStandardPaths>
+#include <QTableView>
+
+#include <unistd.h>
+
+#include <random>
+
+// Works at the forms as a clerk does and tells each step on its output, a line each, parted by
+// tabs: what it is about to save, and "done" when the event ended. It is meant to be killed.
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+std::mt19937 chance;
+cutvfs::Status* status = nullptr;
+
+int below(std::size_t limit)
+{
+    return static_cast<int>(chance() % limit);
+}
+
+void say(const QStringList& words)
+{
+    const QByteArray line = words.join(u'\t').toUtf8() + '\n';
+    if (write(STDOUT_FILENO, line.constData(), static_cast<std::size_t>(line.size())) !=
+        line.size())
+        std::abort();
+}
+
+void click(CommandButton& button)
+{
+    qobject_cast<QAbstractButton*>(button.widget())->click();
+    QCoreApplication::processEvents();
+}
+
+Answer answer(const Box& box)
+{
+    if (box.text.startsWith(u"Máximo 24 linhas"))
+        return Answer::Ok;
+    if (box.text != u"Uso interno da oficina ?" &&
+        box.text != u"Deseja Realmente Excluir este Cliente ?")
+        say({u"box"_s, box.text.simplified()});
+    return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
+}
+
+// The desk of one station: both of two take numbers of their own parity, so that none of their
+// saves asks about a clash, and change one field of their own.
+class Desk
+{
+public:
+    explicit Desk(QString station) : station_(std::move(station)) { open(); }
+
+    void open()
+    {
+        form_.unload();
+        form_.show();
+        numbers_.clear();
+        click(form_.Command1(12));
+        for (int row = form_.Text1(16).text().toInt(); row > 0; --row) {
+            numbers_ << form_.Text1(13).text();
+            click(form_.Command1(11));
+        }
+    }
+
+    int rows() const { return static_cast<int>(numbers_.size()); }
+    bool isShared() const { return !station_.isEmpty(); }
+
+    void add()
+    {
+        click(form_.Command1(0));
+        if (isShared() && form_.Text1(13).text().toInt() % 2 != parity())
+            form_.Text1(13).setText(
+                u"%1"_s.arg(form_.Text1(13).text().toInt() + 1, 7, 10, QChar(u'0')));
+        form_.Text1(0).setText(newText());
+        form_.Text7.setText(newText());
+        form_.Text1(11).setText(newText());
+        if (save()) {
+            numbers_ << form_.Text1(13).text();
+        } else {
+            click(form_.Command1(9));
+            open();
+        }
+    }
+
+    void edit()
+    {
+        show(numbers_[below(rows())]);
+        click(form_.Command1(2));
+        if (!isShared())
+            form_.Text1(0).setText(newText());
+        if (!isShared() || parity() == 0)
+            form_.Text7.setText(newText());
+        if (!isShared() || parity() == 1)
+            form_.Text1(11).setText(newText());
+        // Refused where the other station wrote the row meanwhile; then once more, or never mind.
+        if (!save() && (below(2) == 0 || !save())) {
+            click(form_.Command1(9));
+            open();
+        }
+    }
+
+    void remove()
+    {
+        const QString number = numbers_[below(rows())];
+        if (isShared() && number.toInt() % 2 != parity())
+            return;
+        show(number);
+        const QString before = form_.Text1(16).text();
+        click(form_.Command1(2));
+        say({u"delete"_s, number, form_.Text1(0).text()});
+        click(form_.Command1(3));
+        const bool isGone = form_.Text1(16).text() != before;
+        say({isGone ? u"done"_s : u"refused"_s});
+        if (isGone)
+            numbers_.removeOne(number);
+        else
+            open();
+    }
+
+private:
+    int parity() const { return station_ == u"a" ? 0 : 1; }
+
+    QString newText() { return u"%1%2-%3"_s.arg(station_).arg(getpid()).arg(++texts_); }
+
+    void show(const QString& number)
+    {
+        form_.Text2.setText({});
+        form_.Text2.setText(number);
+    }
+
+    bool save()
+    {
+        say({u"save"_s, form_.Text1(13).text(), form_.Text1(0).text(), form_.Text7.text(),
+             form_.Text1(11).text()});
+        click(form_.Command1(1));
+        // The form stays as it was where the save was refused.
+        const bool isSaved = !form_.Command1(1).enabled();
+        say({isSaved ? u"done"_s : u"refused"_s});
+        return isSaved;
+    }
+
+    QString station_;
+    Form1Cli& form_ = form<Form1Cli>();
+    QStringList numbers_;
+    int texts_ = 0;
+};
+
+void workAtDesk(Desk& desk)
+{
+    constexpr int Fewest = 6;
+    constexpr int Most = 16;
+    const int choice = below(4);
+    if (desk.rows() < Fewest || (choice == 0 && desk.rows() < Most))
+        desk.add();
+    else if (choice == 1)
+        desk.remove();
+    else
+        desk.edit();
+}
+
+void orders(bool onceEach)
+{
+    Desk desk({});
+    desk.add();
+    status->armed = 1;
+    if (onceEach) {
+        desk.add();
+        desk.edit();
+        desk.remove();
+        return;
+    }
+    for (;;)
+        workAtDesk(desk);
+}
+
+void station(const QString& name, int seconds)
+{
+    Desk desk(name);
+    QElapsedTimer clock;
+    clock.start();
+    for (int step = 1; clock.elapsed() < 1000LL * seconds; ++step) {
+        workAtDesk(desk);
+        if (step % 20 == 0)
+            desk.open();
+    }
+}
+
+class Counter
+{
+public:
+    Counter() { open(); }
+
+    void open()
+    {
+        form_.unload();
+        form_.show();
+        say({u"list"_s, QString::number(lines())});
+    }
+
+    int lines() const
+    {
+        int lines = 0;
+        for (int row = 1; row < form_.MSFlexGrid2.Rows(); ++row)
+            lines += form_.MSFlexGrid2.TextMatrix(row, 0).isEmpty() ? 0 : 1;
+        return lines;
+    }
+
+    void addLine()
+    {
+        const int part = below(static_cast<std::size_t>(form_.MSFlexGrid1.Rows() - 1));
+        auto* grid = qobject_cast<QTableView*>(form_.MSFlexGrid1.widget());
+        const QModelIndex cell = grid->model()->index(part, 0);
+        grid->setCurrentIndex(cell);
+        emit grid->clicked(cell);
+        form_.Text1(6).setText(QString::number(1 + part % 2));
+        say({u"line"_s, form_.Text1(0).text(), form_.Text1(6).text()});
+        click(form_.Command2(0));
+    }
+
+    void book()
+    {
+        say({u"book"_s});
+        click(form_.Command2(2));
+        say({u"done"_s});
+    }
+
+private:
+    Form1pecavenda& form_ = form<Form1pecavenda>();
+};
+
+void sales()
+{
+    constexpr int FullList = 24;
+    Counter counter;
+    if (counter.lines() == 0)
+        counter.addLine();
+    counter.book();
+    counter.open();
+    while (counter.lines() < FullList)
+        counter.addLine();
+    status->armed = 1;
+    counter.book();
+    counter.open();
+}
+
+} // namespace
+
+// power_driver init FOLDER SHARED_FILE
+// power_driver orders|sales|a|b FOLDER SEED STATUS_FILE CALL CUT WAY SECONDS
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QStandardPaths::setTestModeEnabled(true);
+    QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    const QString mode = arguments[1];
+    setApplicationFolderForTests(arguments[2]);
+    if (mode == u"init") {
+        layDownInstallation(arguments[2], false);
+        Funciones::GravaIni(u"Local"_s, u"Caminho"_s, arguments[3], Funciones::CaminhoIni());
+        return 0;
+    }
+    prepareApplication(application);
+    const auto seed = arguments[3].toUInt();
+    chance.seed(seed);
+    const QString way = arguments[7];
+    status = cutvfs::map(argv[4]);
+    cutvfs::install(
+        status,
+        {arguments[5].toInt(), static_cast<cutvfs::Cut>(arguments[6].toInt()), way == u"deaf"},
+        seed);
+    installEventTransactions();
+    EventTransactions::instance().setCommitPerStatementForTests(way == u"each-statement");
+    setMsgBoxForTests(answer);
+    addForm<Form1principal>();
+    addForm<Form1Cli>();
+    addForm<Buscacli>();
+    addForm<Form1pecavenda>();
+    principal().show();
+
+    if (mode == u"sales")
+        sales();
+    else if (mode == u"a" || mode == u"b")
+        station(mode, arguments[8].toInt());
+    else
+        orders(way == u"sweep" || way == u"deaf");
+    say({u"end"_s});
+    _exit(0);
+}
