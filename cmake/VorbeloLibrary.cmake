@@ -20,10 +20,3 @@ function(vorbelo_library name)
     target_include_directories(${name} PUBLIC ${includes})
     target_link_libraries(${name} PUBLIC ${arg_DEPENDS})
 endfunction()
-
-# The headers that nearly every file of a folder with windows reads.
-function(vorbelo_precompile_widgets name)
-    if(TARGET ${name})
-        target_precompile_headers(${name} PRIVATE <QtWidgets> <functional> <memory> <optional> <vector>)
-    endif()
-endfunction()
