@@ -87,6 +87,7 @@ const std::vector<Row> rows{
     {"optional cents", 1.5, u"0.##"_s, u"1,5"_s},
     {"no whole place", 12.5, u".00"_s, u"12,50"_s},
     {"places behind a zero fill up", 5, u"0##"_s, u"005"_s},
+    {"comma groups between places only", 1234, u",0000"_s, u"1234"_s},
     {"filled places are grouped", 5, u"0,000"_s, u"0.005"_s},
 };
 

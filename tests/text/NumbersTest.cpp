@@ -78,6 +78,7 @@ TEST(Numbers, TextIsReadByTheRegionalSettings)
         {u"  "_s, {}},
         {u"05/12"_s, {}},
         {u"1e-9999"_s, 0},
+        {u"1e-99999999999999999999"_s, 0},
         {u"0e99999999999999999999"_s, 0},
         {u"\u0661"_s, {}},
     };

@@ -150,7 +150,7 @@ private:
 
 QByteArray fullSortKey(QStringView text)
 {
-    // Folded twice: taking a letter apart can bring a capital to light.
+    // Folded twice: taking a letter apart can bring to light what folds.
     const QString parts = folded(folded(text).normalized(QString::NormalizationForm_D));
     KeyMaker maker;
     for (const uint c : parts.toUcs4())
