@@ -1,0 +1,192 @@
+#include "Form1pecavenda.h"
+
+#include "Collation.h"
+#include "Dates.h"
+#include "Funciones.h"
+#include "Numbers.h"
+#include "RecordForms.h"
+#include "RuntimeError.h"
+#include "Strings.h"
+
+using namespace Qt::StringLiterals;
+using namespace Funciones;
+
+namespace {
+
+// A description can be looked up unless it is blank, which asks for nothing, or holds an
+// apostrophe, which breaks the criterion.
+bool canBeLookedUp(const QString& description)
+{
+    return !Trim(description).isEmpty() && !description.contains(u'\'');
+}
+
+} // namespace
+
+void Form1pecavenda::BaixaEstoque()
+{
+    AbreBanco5();
+    Tabela5->Open(u"SELECT * FROM MOVIMENTO order by codigo"_s, Conexao5.shared(),
+                  CursorType::Static, LockType::Optimistic);
+    Tabela2->MoveFirst();
+    QuantidadeItens = Tabela2->RecordCount();
+    for (EstoqueAtual = 1; EstoqueAtual <= QuantidadeItens; ++EstoqueAtual) {
+        writeOffLine();
+        Tabela2->MoveNext();
+    }
+    FlagRecarga = 2;
+    CarregaCatalogo();
+    if (Tabela2->RecordCount() == QuantidadeItens)
+        LimpaListaVenda();
+    FechaBanco5();
+}
+
+// The stock goes into the buffer first, then the cash row is written, then the stock row.
+void Form1pecavenda::writeOffLine()
+{
+    // The Change event looks the part up. A code that stands there already, as in a second line of
+    // the same part, fires nothing and the catalogue stays on its row.
+    Text2.setText(Tabela2->Fields(u"CODIGO"_s).textOrEmpty());
+    Text11.setText(Tabela1->Fields(2).textOrEmpty());
+    Text9.setText(Tabela2->Fields(u"QUANTIDADE"_s).textOrEmpty());
+    // Below 0 and by Val: nothing compares the quantity with the stock, and a text that is no
+    // number counts up to its first foreign character.
+    Text8.setText(toText(Val(Text11.text()) - Val(Text9.text())));
+    // What another station stored meanwhile is written over.
+    Tabela1->retakeVersion();
+    Tabela1->Fields(u"ESTOQUE"_s) = Text8.text();
+
+    Tabela5->AddNew();
+    Tabela5->Fields(0) = Tabela2->Fields(u"CODIGO"_s).value();
+    Tabela5->Fields(1) = Tabela2->Fields(u"DESCRICAO"_s).value();
+    Tabela5->Fields(2) = Tabela2->Fields(u"QUANTIDADE"_s).value();
+    Tabela5->Fields(3) = Tabela2->Fields(u"TOTAL"_s).value();
+    Tabela5->Fields(4) = dateText(Clock::today());
+    Tabela5->Update();
+    Tabela1->Update();
+}
+
+void Form1pecavenda::Text13_Change()
+{
+    const QString description = Trim(Text13.text());
+    if (description.isEmpty())
+        return;
+    Tabela4->MoveFirst();
+    Tabela4->Find(likeCriterion(u"DESCRICAO"_s, description));
+    DescricaoPedido = Tabela4->Fields(1).textOrEmpty();
+    Text14.setText(DescricaoPedido);
+}
+
+// Goes through the whole catalogue. Each part would go through Text13 and its look-up over all
+// orders; what comes of that is worked out instead, and the last part alone goes through the box.
+void Form1pecavenda::PedidoAutomatico()
+{
+    bool failed = false;
+    passed_.clear();
+    try {
+        readOrders();
+        orderWhatRanOut();
+    } catch (const RuntimeError&) {
+        failed = true; // ends silently
+    }
+    rememberLastOrderFound();
+    Text13.setText(DescricaoPeca);
+    if (!failed)
+        setCaption(captionWith(u"Venda de peças e acessórios     "_s));
+}
+
+void Form1pecavenda::orderWhatRanOut()
+{
+    // No event of the loop replaces the pair.
+    const std::shared_ptr<Recordset> parts = Tabela1.shared();
+    for (parts->MoveFirst(); !parts->eof(); parts->MoveNext()) {
+        const QString stock = parts->Fields(2).textOrEmpty();
+        if (!isNumeric(stock)) // passed over, and the next part is looked at
+            continue;
+        EstoqueAtual = toNumber(stock);
+        DescricaoPeca = parts->Fields(3).textOrEmpty();
+        passed_.push_back(DescricaoPeca);
+        if (EstoqueAtual == 0 && !isOrdered())
+            addOrder();
+    }
+}
+
+void Form1pecavenda::addOrder()
+{
+    if (!Tabela3->eof()) {
+        Tabela3->MoveLast();
+        Text12.setText(Tabela3->Fields(3).textOrEmpty());
+    }
+    Tabela3->AddNew();
+    try {
+        Text12.setText(nextCode(Text12.text()));
+        Tabela3->Fields(u"CODIGO"_s) = Text12.text();
+        Tabela3->Fields(u"DATAPEDIDO"_s) = dateText(Clock::today());
+        if (!DescricaoPeca.isEmpty())
+            Tabela3->Fields(u"DESCRICAO"_s) = DescricaoPeca;
+        Tabela3->Fields(u"QUANTIDADE"_s) = u"p.EST"_s;
+        Tabela3->Update();
+    } catch (const RuntimeError&) {
+        Tabela3->CancelUpdate(); // else no later write-off could order anything
+        throw;
+    }
+}
+
+// Whether the part in hand has the description that the last look-up found. Its own look-up may
+// have found nothing; what an earlier part found is then still remembered, but can be passed by:
+// the remembered text is the description of an order, and were it equal to this part's, the look-up
+// of this part would have found that order, or one before it. Only a description that cannot be
+// looked up has to be held against what earlier parts left behind.
+bool Form1pecavenda::isOrdered()
+{
+    if (!canBeLookedUp(DescricaoPeca)) {
+        rememberLastOrderFound();
+        return DescricaoPeca == DescricaoPedido;
+    }
+    const std::optional<QString> found = firstOrderLike(DescricaoPeca);
+    if (!found)
+        return false;
+    rememberLastOrderFound();
+    return DescricaoPeca == *found;
+}
+
+// Brings DescricaoPedido up to the last part passed: what the latest look-up found that found
+// anything, the former value where none did.
+void Form1pecavenda::rememberLastOrderFound()
+{
+    for (auto description = passed_.rbegin(); description != passed_.rend(); ++description) {
+        if (const std::optional<QString> found = firstOrderLike(*description)) {
+            DescricaoPedido = *found;
+            Text14.setText(DescricaoPedido);
+            break;
+        }
+    }
+    passed_.clear();
+}
+
+// The first order, in code order, whose description contains this one; what Find would stand on.
+std::optional<QString> Form1pecavenda::firstOrderLike(const QString& description) const
+{
+    if (!canBeLookedUp(description))
+        return std::nullopt;
+    const std::optional<int> place = orderIndex_->firstContaining(folded(Trim(description)));
+    if (!place)
+        return std::nullopt;
+    return orders_[*place];
+}
+
+// Once a load: Tabela4 keeps the orders of the time when the form was opened, so that what is
+// ordered here is not found before the form is opened again. Meant.
+void Form1pecavenda::readOrders()
+{
+    if (orderIndex_)
+        return;
+    orders_.clear();
+    std::vector<QString> keys;
+    if (Tabela4->RecordCount() != 0)
+        Tabela4->MoveFirst();
+    for (; !Tabela4->eof(); Tabela4->MoveNext()) {
+        orders_.push_back(Tabela4->Fields(1).textOrEmpty());
+        keys.push_back(folded(orders_.back()));
+    }
+    orderIndex_.emplace(keys);
+}
