@@ -147,13 +147,19 @@ void FormWindow::focusMoved(QWidget* now)
         now = now->parentWidget();
     if (!now || now == lastFocus_)
         return;
+    if (leaving_) {
+        // A LostFocus handler takes the focus elsewhere: the control in between never had it.
+        lastFocus_ = now;
+        return;
+    }
     const QPointer<QWidget> former = lastFocus_;
     lastFocus_ = now;
+    leaving_ = true;
     if (Control* left = controlOf(former))
         left->fire(left->lostFocus_);
-    // A handler that took the focus elsewhere has told that control already.
-    if (lastFocus_ == now && alive_)
-        if (Control* entered = controlOf(now))
+    leaving_ = false;
+    if (alive_)
+        if (Control* entered = controlOf(lastFocus_))
             entered->fire(entered->gotFocus_);
 }
 

@@ -51,5 +51,6 @@ private:
     QHash<const QObject*, Control*> controls_;
     QPointer<QWidget> lastFocus_;
     QPointer<QEventLoop> loop_;
+    bool leaving_ = false;
     bool replacingKey_ = false;
 };

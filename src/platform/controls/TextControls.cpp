@@ -63,8 +63,9 @@ void TextBox::setText(const QString& text)
     if (cut == textOf(own))
         return;
     if (auto* line = qobject_cast<QLineEdit*>(own)) {
-        line->setMaxLength(limit > 0 ? limit : Unlimited);
+        // In this order: the stock box would cut the old text to the limit, and tell of it.
         line->setText(cut);
+        line->setMaxLength(limit > 0 ? limit : Unlimited);
         line->home(false);
     } else if (auto* several = qobject_cast<QPlainTextEdit*>(own)) {
         several->setPlainText(cut);
