@@ -11,23 +11,43 @@ constexpr double twipsPerPoint = 20;
 // From the upper edge of the text cell to the base line, as the font's own table has it.
 constexpr double ascent = 0.905;
 
+// What passes the right edge by no more than this is drawn narrower, so that a sheet never shows an
+// order's number without its last digit.
+constexpr double narrowest = 0.8;
+
 // The characters that begin on the paper. A rule of some hundred characters is asked for wherever a
 // full line is meant, and what lies beyond the edge must not stay in the file as hidden text.
-QString visiblePart(const TextRun& run, const QFontMetricsF& metrics)
+QString visiblePart(const QString& text, double room, const QFontMetricsF& metrics)
 {
-    const double room = Printer::Width - run.x;
-    if (metrics.horizontalAdvance(run.text) <= room)
-        return run.text;
     qsizetype shown = 0;
-    qsizetype beyond = run.text.size();
+    qsizetype beyond = text.size();
     while (shown < beyond) {
         const qsizetype middle = (shown + beyond) / 2;
-        if (metrics.horizontalAdvance(run.text.left(middle)) < room)
+        if (metrics.horizontalAdvance(text.left(middle)) < room)
             shown = middle + 1;
         else
             beyond = middle;
     }
-    return run.text.left(shown);
+    return text.left(shown);
+}
+
+void drawRun(QPainter& painter, const TextRun& run)
+{
+    const QFont font = pageFont(run.size, run.bold);
+    const QFontMetricsF metrics(font);
+    const double room = Printer::Width - run.x;
+    const double width = metrics.horizontalAdvance(run.text);
+    const QPointF start(run.x, run.y + ascent * run.size * twipsPerPoint);
+    painter.setFont(font);
+    if (width > room && width * narrowest <= room) {
+        painter.save();
+        painter.translate(start);
+        painter.scale(room / width, 1);
+        painter.drawText(QPointF(), run.text);
+        painter.restore();
+        return;
+    }
+    painter.drawText(start, width > room ? visiblePart(run.text, room, metrics) : run.text);
 }
 
 } // namespace
@@ -55,11 +75,7 @@ void drawPage(QPainter& painter, const Page& page)
     painter.translate(sheet::Left, sheet::Top);
     painter.setClipRect(0, 0, Printer::Width, Printer::Height);
     painter.setPen(Qt::black);
-    for (const TextRun& run : page) {
-        const QFont font = pageFont(run.size, run.bold);
-        painter.setFont(font);
-        painter.drawText(QPointF(run.x, run.y + ascent * run.size * twipsPerPoint),
-                         visiblePart(run, QFontMetricsF(font)));
-    }
+    for (const TextRun& run : page)
+        drawRun(painter, run);
     painter.restore();
 }

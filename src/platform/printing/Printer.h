@@ -31,10 +31,10 @@ using Page = std::vector<TextRun>;
 // The classic page object: 1440 twips an inch, origin at the top left of the printable area of an
 // A4 sheet. FontSize and FontBold stay until changed, also over EndDoc; CurrentX and CurrentY
 // set touch the next print only, which leaves X at 0 and Y one line lower. Text beyond the right
-// edge is clipped. A print whose line does not stand whole above the bottom goes to the top of the
-// next page; a line break within a text goes on at the left edge of the next line. Error 482 where
-// the device fails. An error leaves the document open: what was drawn goes out with the next
-// EndDoc.
+// edge is clipped, or drawn narrower where it passes the edge by little. A print whose line does
+// not stand whole above the bottom goes to the top of the next page; a line break within a text
+// goes on at the left edge of the next line. Error 482 where the device fails. An error leaves the
+// document open: what was drawn goes out with the next EndDoc.
 class Printer
 {
 public:

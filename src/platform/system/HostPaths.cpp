@@ -58,12 +58,13 @@ QString hostPath(const QString& path)
     if (slashed.size() < 2 || slashed[1] != u':' || !isDriveLetter(slashed[0]))
         return slashed;
 
-    const QString rest = slashed.mid(2);
     const QString folder = mappedFolder(slashed[0]);
-    if (rest.isEmpty() || rest == u'/')
+    QString rest = slashed.mid(2);
+    if (rest.startsWith(u'/'))
+        rest.remove(0, 1);
+    if (rest.isEmpty())
         return folder;
-    const bool joined = rest.startsWith(u'/') || folder.endsWith(u'/');
-    return folder + (joined ? u""_s : u"/"_s) + rest;
+    return folder + (folder.endsWith(u'/') ? u""_s : u"/"_s) + rest;
 }
 
 QString applicationFolder()
