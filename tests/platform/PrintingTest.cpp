@@ -1,0 +1,441 @@
+#include "CommonDialog.h"
+#include "Dates.h"
+#include "Faults.h"
+#include "FormTest.h"
+#include "FullDisk.h"
+#include "PageDevice.h"
+#include "PageDrawing.h"
+#include "RuntimeError.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+// A device that can fail.
+class BrokenDevice : public PageDevice
+{
+public:
+    void put(const std::vector<Page>& /*pages*/, const QString& /*documentName*/) override
+    {
+        throw RuntimeError(RuntimeError::PrinterFault);
+    }
+};
+
+class PrintingTest : public testing::Test
+{
+protected:
+    PrintingTest()
+    {
+        printer_.reset();
+        printer_.setDevice(recorder_);
+        CommonDialog::setShowPrinterForTests({});
+        qputenv("HOME", QFile::encodeName(directory_.path()));
+    }
+    ~PrintingTest() override
+    {
+        faults::setObserver({});
+        printer_.reset();
+        qputenv("HOME", home_);
+    }
+
+    QStringList printed()
+    {
+        printer_.EndDoc();
+        return recorder_->lines();
+    }
+    // What lies in the documents folder of the test's own home.
+    QStringList stored() const
+    {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        EXPECT_TRUE(folder.startsWith(directory_.path())) << qPrintable(folder);
+        return filesIn(folder);
+    }
+    static QStringList filesIn(const QString& folder)
+    {
+        return QDir(folder).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    // What the user does at the dialog or window that comes up next.
+    static void atDialog(std::function<void(QDialog&)> act)
+    {
+        QTimer::singleShot(0, [act = std::move(act)] {
+            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+            act(*dialog);
+            // A failed check must not wait for an answer for ever.
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+    }
+    static void key(Qt::Key key)
+    {
+        QWidget* const target = QApplication::focusWidget() ? QApplication::focusWidget()
+                                                            : QApplication::activeModalWidget();
+        QTest::keyClick(target, key);
+    }
+
+    Printer& printer_ = Printer::instance();
+    std::shared_ptr<RecordingDevice> recorder_ = std::make_shared<RecordingDevice>();
+    QTemporaryDir directory_;
+    const QByteArray home_ = qgetenv("HOME");
+};
+
+std::optional<int> errorOf(const std::function<void()>& act)
+{
+    try {
+        act();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return std::nullopt;
+}
+
+QString textOf(const QString& pdf)
+{
+    QProcess reader;
+    reader.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+    EXPECT_TRUE(reader.waitForFinished());
+    return QString::fromUtf8(reader.readAllStandardOutput());
+}
+
+} // namespace
+
+TEST_F(PrintingTest, LinesFollowEachOtherByTheHeightOfTheirFont)
+{
+    printer_.print(u"topo"_s);
+    printer_.setFontSize(12);
+    printer_.atX(100).print(u"Título"_s);
+    printer_.print();
+    printer_.setFontSize(10);
+    printer_.at(8500, 1900).print(u"direita"_s);
+    printer_.print(u"esquerda"_s);
+    printer_.atY(4100).print(u"y só"_s);
+    printer_.setFontSize(24);
+    printer_.setFontBold(true);
+    printer_.print(u"grande"_s);
+    printer_.setFontSize(8);
+    printer_.print(u"fim"_s);
+    EXPECT_EQ(printed(),
+              (QStringList{u"0,0 8 topo"_s, u"100,184 12 Título"_s, u"8500,1900 10 direita"_s,
+                           u"0,2130 10 esquerda"_s, u"0,4100 10 y só"_s, u"0,4330 24 bold grande"_s,
+                           u"0,4882 8 bold fim"_s}));
+    printer_.print(u"outro"_s);
+    EXPECT_EQ(printed(), QStringList{u"0,0 8 bold outro"_s}) << "the font stays over EndDoc";
+}
+
+TEST_F(PrintingTest, TabGoesToItsColumnOfThisLineOrTheNext)
+{
+    const struct
+    {
+        const char* rule;
+        int from;
+        std::vector<Printer::Item> items;
+        QStringList lines;
+    } rows[]{
+        {"columns of the fixed width",
+         100,
+         {Tab{5}, u"a"_s, Tab{18}, u"b"_s},
+         {u"282,0 8 a"_s, u"1200,0 8 b"_s}},
+        {"an empty cell leaves nothing", 0, {Tab{5}, u""_s, Tab{18}, u"b"_s}, {u"1200,0 8 b"_s}},
+        {"beyond the position: next line",
+         0,
+         {u"Descrição longa"_s, Tab{3}, u"b"_s, Tab{9}, u"c"_s},
+         {u"0,0 8 Descrição longa"_s, u"141,184 8 b"_s, u"564,184 8 c"_s}},
+        {"CurrentX beyond counts as well", 2000, {Tab{5}, u"a"_s}, {u"282,184 8 a"_s}},
+        {"below 1 is 1", 0, {Tab{-3}, u"a"_s}, {u"0,0 8 a"_s}},
+        {"beyond the line's columns: the rest", 0, {Tab{164}, u"a"_s}, {u"282,0 8 a"_s}},
+        {"no rest is column 1", 0, {Tab{318}, u"a"_s}, {u"0,0 8 a"_s}},
+        {"runs join", 100, {u"--"_s, u"x"_s}, {u"100,0 8 --"_s, u"207,0 8 x"_s}},
+    };
+    for (const auto& row : rows) {
+        printer_.reset();
+        printer_.setDevice(recorder_);
+        printer_.atX(row.from);
+        // The list form is the one of the forms.
+        switch (row.items.size()) {
+        case 2:
+            printer_.print({row.items[0], row.items[1]});
+            break;
+        case 4:
+            printer_.print({row.items[0], row.items[1], row.items[2], row.items[3]});
+            break;
+        default:
+            printer_.print({row.items[0], row.items[1], row.items[2], row.items[3], row.items[4]});
+        }
+        EXPECT_EQ(printer_.currentX(), 0);
+        EXPECT_EQ(printed(), row.lines) << row.rule;
+    }
+}
+
+TEST_F(PrintingTest, FourTagsStandOnOneLineOfThePaper)
+{
+    const QString tag = u"O.S: 0000012"_s;
+    printer_.setFontSize(18);
+    printer_.setFontBold(true);
+    printer_.atY(14000).print({Tab{3}, tag, Tab{20}, tag, Tab{36}, tag, Tab{52}, tag});
+    const QStringList lines = printed();
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines.back(), u"8813,14000 18 bold O.S: 0000012"_s);
+    EXPECT_NEAR(pageTextWidth(tag, 18, true), 2240, 30);
+}
+
+TEST_F(PrintingTest, ALineThatDoesNotFitOpensThePage)
+{
+    printer_.setFontSize(10);
+    printer_.at(100, Printer::Height - 230).print(u"última"_s);
+    printer_.atX(100).print({Tab{5}, u"primeira"_s, Tab{2}, u"segunda"_s});
+    printer_.at(50, 99999).print(u"outra página"_s);
+    EXPECT_EQ(printed(),
+              (QStringList{u"100,16124 10 última"_s, u"--- page"_s, u"353,0 10 primeira"_s,
+                           u"88,230 10 segunda"_s, u"--- page"_s, u"50,0 10 outra página"_s}));
+    // A font taller than the paper must not turn pages for ever.
+    printer_.setFontSize(1000);
+    printer_.print(u"A"_s);
+    EXPECT_EQ(printed(), QStringList{u"0,0 1000 A"_s});
+}
+
+TEST_F(PrintingTest, ATextOfSeveralLinesGoesOnAtTheLeftEdge)
+{
+    printer_.atX(100).print(u"Defeito: não liga\r\ncheira\ta\rqueimado\n"_s);
+    printer_.print(u"fim"_s);
+    EXPECT_EQ(printed(), (QStringList{u"100,0 8 Defeito: não liga"_s, u"0,184 8 cheira a"_s,
+                                      u"0,368 8 queimado"_s, u"0,736 8 fim"_s}));
+}
+
+TEST_F(PrintingTest, NothingDrawnPutsNothingAndNoEmptyPageEndsADocument)
+{
+    printer_.EndDoc();
+    printer_.print();
+    printer_.NewPage();
+    printer_.EndDoc();
+    EXPECT_TRUE(recorder_->documents().empty());
+    printer_.print(u"a"_s);
+    printer_.NewPage();
+    printer_.NewPage();
+    EXPECT_EQ(printer_.currentY(), 0);
+    printer_.print(u"b"_s);
+    printer_.NewPage();
+    EXPECT_EQ(printed(), (QStringList{u"0,0 8 a"_s, u"--- page"_s, u"--- page"_s, u"0,0 8 b"_s}));
+}
+
+TEST_F(PrintingTest, AFaultLeavesTheDocumentOpenButAFailedEndDocDropsIt)
+{
+    printer_.print(u"antes"_s);
+    faults::setObserver([](faults::Call) { throw RuntimeError(RuntimeError::PrinterFault); });
+    EXPECT_EQ(errorOf([&] { printer_.print(u"falha"_s); }), 482);
+    faults::setObserver({});
+    printer_.print(u"depois"_s);
+    EXPECT_EQ(printed(), (QStringList{u"0,0 8 antes"_s, u"0,184 8 depois"_s}));
+
+    printer_.setDevice(std::make_shared<BrokenDevice>());
+    printer_.print(u"perdido"_s);
+    EXPECT_EQ(errorOf([&] { printer_.EndDoc(); }), 482);
+    printer_.setDevice(recorder_);
+    printer_.print(u"novo"_s);
+    EXPECT_EQ(printed(), QStringList{u"0,0 8 novo"_s});
+    EXPECT_EQ(errorOf([] { SystemPrinterDevice(u"no such printer"_s).put({{}}, {}); }), 482);
+}
+
+TEST_F(PrintingTest, ThePdfHoldsItsTextsOnA4Pages)
+{
+    const QString path = directory_.filePath(u"ficha.pdf"_s);
+    printer_.setDevice(std::make_shared<PdfDevice>(path));
+    printer_.setDocumentName(u"Ficha de entrada"_s);
+    printer_.print(QString(280, u'_'));
+    printer_.at(100, 400).print(u"Endereço: Praça da Sé, 1 - ação"_s);
+    printer_.at(7500, 400).print(u"Tel/Fax: (11)3333-4444"_s);
+    printer_.setFontBold(true);
+    printer_.setFontSize(24);
+    printer_.at(8500, 1900).print(u"O.S: 0000012"_s);
+    printer_.setFontSize(8);
+    printer_.at(9000, 3000).print(u"Número muito comprido que passa da margem direita FIM"_s);
+    printer_.NewPage();
+    printer_.print({Tab{5}, u"Código"_s, Tab{45}, u"Descrição"_s});
+    printer_.EndDoc();
+
+    const QStringList pages = textOf(path).split(u'\f');
+    ASSERT_EQ(pages.size(), 3) << "two pages, each ended by a form feed";
+    EXPECT_TRUE(pages[0].contains(
+        QRegularExpression(u"Endereço: Praça da Sé, 1 - ação {8,}Tel/Fax: \\(11\\)3333-4444"_s)))
+        << qPrintable(pages[0]);
+    EXPECT_TRUE(pages[0].contains(u"O.S: 0000012"_s)) << "a little beyond the edge, yet whole";
+    EXPECT_FALSE(pages[0].contains(u"FIM"_s)) << "clipped";
+    EXPECT_TRUE(pages[1].contains(QRegularExpression(u"Código {2,}Descrição"_s)))
+        << qPrintable(pages[1]);
+
+    QProcess info;
+    info.start(u"pdfinfo"_s, {path});
+    ASSERT_TRUE(info.waitForFinished());
+    const QString facts = QString::fromUtf8(info.readAllStandardOutput());
+    EXPECT_TRUE(facts.contains(u"A4"_s) && facts.contains(u"Ficha de entrada"_s))
+        << qPrintable(facts);
+    EXPECT_EQ(filesIn(directory_.path()).size(), 1);
+}
+
+TEST_F(PrintingTest, APdfIsWholeOrLeavesWhatStoodThere)
+{
+    const QString path = directory_.filePath(u"a.pdf"_s);
+    const std::vector<Page> pages{{{0, 0, 8, false, u"um"_s}}};
+    PdfDevice device(path);
+    device.put(pages, u"a"_s);
+    device.put(pages, u"a"_s);
+    EXPECT_EQ(device.writtenPath(), directory_.filePath(u"a (2).pdf"_s)) << "never over the first";
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    {
+        const FullDisk full(1000);
+        EXPECT_EQ(errorOf([&] { PdfDevice(path).put(pages, u"b"_s); }), 482);
+    }
+    file.seek(0);
+    EXPECT_EQ(file.readAll(), before);
+    EXPECT_EQ(filesIn(directory_.path()).size(), 2);
+    EXPECT_EQ(errorOf([&] { PdfDevice(directory_.filePath(u"no/a.pdf"_s)).put(pages, {}); }), 482);
+    EXPECT_EQ(errorOf([&] { PdfDevice(directory_.path()).put(pages, {}); }), 482);
+}
+
+TEST_F(PrintingTest, WithoutADeviceThePdfGetsATellingNameInTheDocumentsFolder)
+{
+    Clock::setForTests(QDateTime(QDate(2024, 5, 12), QTime(14, 7, 9)));
+    printer_.setDevice(nullptr);
+    printer_.setDocumentName(u" .Pedido 12/05: \"A*\" "_s);
+    for (int i = 0; i < 2; ++i) {
+        printer_.print(u"x"_s);
+        printer_.EndDoc();
+        printer_.setDevice(nullptr);
+    }
+    Clock::setForTests(std::nullopt);
+    EXPECT_EQ(stored(), (QStringList{u"Pedido 12-05- -A-- 2024-05-12 14-07-09 (2).pdf"_s,
+                                     u"Pedido 12-05- -A-- 2024-05-12 14-07-09.pdf"_s}));
+}
+
+TEST_F(PrintingTest, ThePreviewPrintsOnEnterAndNotOnEsc)
+{
+    printer_.setDevice(std::make_shared<PreviewDevice>(recorder_));
+    for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return}) {
+        printer_.print(u"folha"_s);
+        atDialog([answer](QDialog& window) {
+            EXPECT_FALSE(window.grab().isNull());
+            for (const Qt::Key turn : {Qt::Key_PageDown, Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Home})
+                key(turn);
+            key(answer);
+        });
+        printer_.EndDoc();
+        EXPECT_EQ(recorder_->documents().size(), answer == Qt::Key_Return ? 1U : 0U);
+    }
+}
+
+TEST_F(PrintingTest, EnterAtTheDialogPrintsIntoAFileOfItsOwn)
+{
+    printer_.setDevice(nullptr);
+    for (int i = 0; i < 2; ++i) {
+        atDialog([](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), u"Imprimir"_s);
+            EXPECT_EQ(dialog.findChild<QComboBox*>()->currentText(), u"Arquivo PDF"_s);
+            key(Qt::Key_Return);
+        });
+        CommonDialog().ShowPrinter(u"Recibo"_s);
+        printer_.print(u"x"_s);
+        printer_.EndDoc();
+    }
+    EXPECT_EQ(stored(), (QStringList{u"Recibo (2).pdf"_s, u"Recibo.pdf"_s}));
+
+    atDialog([](QDialog& dialog) {
+        dialog.findChild<QCheckBox*>()->setChecked(true);
+        dialog.findChild<QLineEdit*>()->setText(u"meu recibo"_s);
+        key(Qt::Key_Return);
+    });
+    CommonDialog().ShowPrinter(u"Recibo"_s);
+    const auto preview = std::dynamic_pointer_cast<PreviewDevice>(printer_.device());
+    ASSERT_TRUE(preview);
+    preview->inner()->put({{{0, 0, 8, false, u"x"_s}}}, {});
+    EXPECT_TRUE(stored().contains(u"meu recibo.pdf"_s));
+}
+
+TEST_F(PrintingTest, CancelledTheDialogKeepsThePrinterAndNeverAFileWrittenBefore)
+{
+    const auto cancel = [&] {
+        atDialog([](QDialog&) { key(Qt::Key_Escape); });
+        CommonDialog().ShowPrinter(u"Recibo"_s);
+    };
+    cancel();
+    EXPECT_EQ(printer_.device(), recorder_);
+
+    const auto chosen = std::make_shared<PdfDevice>(directory_.filePath(u"a.pdf"_s));
+    for (const std::shared_ptr<PageDevice>& last :
+         std::initializer_list<std::shared_ptr<PageDevice>>{
+             nullptr, chosen, std::make_shared<PreviewDevice>(chosen)}) {
+        printer_.setDevice(last);
+        cancel();
+        auto kept = printer_.device();
+        if (const auto preview = std::dynamic_pointer_cast<PreviewDevice>(kept))
+            kept = preview->inner();
+        kept->put({{{0, 0, 8, false, u"x"_s}}}, u"Recibo"_s);
+    }
+    EXPECT_EQ(stored().size(), 3);
+    EXPECT_FALSE(QFile::exists(directory_.filePath(u"a.pdf"_s)));
+}
+
+TEST_F(PrintingTest, TheDialogRefusesWhatCannotBeWrittenAndAsksBeforeReplacing)
+{
+    const QString taken = directory_.filePath(u"a.pdf"_s);
+    PdfDevice(taken).put({{}}, {});
+    printer_.setDevice(nullptr);
+    QStringList boxes;
+    Answer replace = Answer::No;
+    setMsgBoxForTests([&](const Box& box) {
+        boxes += box.text;
+        return replace;
+    });
+    atDialog([&](QDialog& dialog) {
+        auto& file = *dialog.findChild<QLineEdit*>();
+        const auto print = [&](const QString& path) {
+            file.setText(path);
+            dialog.accept();
+        };
+        print(u"  "_s);
+        print(directory_.filePath(u"no/a"_s));
+        print(taken);
+        EXPECT_TRUE(dialog.isVisible());
+        replace = Answer::Yes;
+        print(taken);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    CommonDialog().ShowPrinter(u"Recibo"_s);
+    setMsgBoxForTests({});
+    EXPECT_EQ(boxes,
+              (QStringList{u"Digite o nome do arquivo."_s, u"A pasta do arquivo não existe."_s,
+                           u"O arquivo já existe. Quer substituir?"_s,
+                           u"O arquivo já existe. Quer substituir?"_s}));
+}
+
+TEST_F(PrintingTest, TheDialogIsWorkedByKeysAlone)
+{
+    printer_.setDevice(nullptr);
+    atDialog([](QDialog& dialog) {
+        auto* const focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
+        ASSERT_TRUE(focused);
+        EXPECT_EQ(focused->text(), u"&Imprimir"_s);
+        QSet<QWidget*> reached;
+        for (int i = 0; i < 6; ++i) {
+            reached += QApplication::focusWidget();
+            key(Qt::Key_Tab);
+        }
+        EXPECT_EQ(reached.size(), 6);
+        dialog.reject();
+    });
+    CommonDialog().ShowPrinter(u"Recibo"_s);
+}

@@ -1,0 +1,327 @@
+#include "Faults.h"
+#include "FormTest.h"
+#include "FullDisk.h"
+#include "HostPaths.h"
+#include "PreviousInstance.h"
+#include "ProfileFile.h"
+#include "RuntimeError.h"
+#include "Shell.h"
+#include "Windows1252.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <csignal>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("<none>");
+}
+
+void lay(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+class ProfileFileTest : public testing::Test
+{
+protected:
+    QString read(const QString& key, const QString& section = u"Configurar"_s) const
+    {
+        return readProfileString(section, key, u"<default>"_s, 255, path());
+    }
+    bool write(const QString& key, const QString& value,
+               const QString& section = u"Configurar"_s) const
+    {
+        return writeProfileString(section, key, value, path());
+    }
+    QString path() const { return directory_.filePath(u"Banco.ini"_s); }
+    QStringList files() const
+    {
+        return QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    QTemporaryDir directory_;
+};
+
+class SystemTest : public testing::Test
+{
+protected:
+    SystemTest() { qputenv("HOME", QFile::encodeName(directory_.path())); }
+    ~SystemTest() override
+    {
+        setApplicationFolderForTests(QString());
+        qputenv("HOME", home_);
+    }
+
+    QTemporaryDir directory_;
+    const QByteArray home_ = qgetenv("HOME");
+};
+
+} // namespace
+
+TEST_F(ProfileFileTest, ValuesAreReadAsThePublishedPagesTell)
+{
+    lay(path(), "; Configurar\r\nSolto=fora\r\n"
+                "[Outra]\r\nTitulo=da outra\r\n"
+                "  [ CONFIGURAR ] resto\r\n"
+                "Titulo = \"Loja  \"\r\n"
+                "Aspas='abc\r\n"
+                "Trocadas=\"abc'\r\n"
+                "1=\r\n"
+                "\tEndereco\t=  Rua A; casa=2  \r\n"
+                ";Email=comentado\r\n"
+                "Email=x@y\n"
+                "sem igual\r\n"
+                "Dupla=primeira\r\nDUPLA=segunda\r\n"
+                "Acento=Eletr\xF4nica \x80 5\r\n"
+                "[Configurar]\r\nSite=da segunda\r\n"
+                "[Aberta\r\nFim=sem fim de linha");
+    const QList<std::pair<QString, QString>> rows{
+        {u"TITULO"_s, u"Loja  "_s},          {u"Aspas"_s, u"'abc"_s},
+        {u"Trocadas"_s, u"\"abc'"_s},        {u"1"_s, u""_s},
+        {u"endereco"_s, u"Rua A; casa=2"_s}, {u"Email"_s, u"x@y"_s},
+        {u"sem igual"_s, u"<default>"_s},    {u"Dupla"_s, u"primeira"_s},
+        {u"Acento"_s, u"Eletrônica € 5"_s},  {u"Site"_s, u"<default>"_s},
+        {u"Solto"_s, u"<default>"_s}};
+    for (const auto& [key, value] : rows)
+        EXPECT_EQ(read(key), value) << qPrintable(key);
+    EXPECT_EQ(read(u"Titulo"_s, u"Nenhuma"_s), u"<default>"_s);
+}
+
+TEST_F(ProfileFileTest, AValueIsCutToTheBufferLessItsEndMark)
+{
+    EXPECT_EQ(read(u"Titulo"_s), u"<default>"_s) << "no file";
+    ASSERT_TRUE(write(u"Titulo"_s, QString(300, u'x')));
+    EXPECT_EQ(read(u"Titulo"_s), QString(254, u'x'));
+    EXPECT_EQ(readProfileString(u"Configurar"_s, u"Titulo"_s, {}, 0, path()), QString());
+    EXPECT_EQ(readProfileString(u"x"_s, u"x"_s, u"padrão"_s, 4, path()), u"pad"_s);
+}
+
+TEST_F(ProfileFileTest, AWriteKeepsEveryOtherByte)
+{
+    const QByteArray before =
+        "; de \xC1lvaro\r\n\r\n[Outro  programa]\nx = \"1\" ; y\n\x81\x8D\x90\n"
+        "[Configurar]\r\nTITULO = velho\r\nSite=s\r\n\r\n; fim\r\n[Local]\r\n";
+    lay(path(), before);
+    ASSERT_TRUE(write(u"Titulo"_s, u"  Casa & Cia € ō "_s));
+    ASSERT_TRUE(write(u"Email"_s, u""_s));
+    ASSERT_TRUE(write(u"Caminho"_s, u"F:\\Dados, 1\\GALTERIA1.mdb"_s, u"local"_s));
+    ASSERT_TRUE(write(u"Marque2"_s, u"1"_s, u"Opcao"_s));
+    QByteArray after = before;
+    after.replace("TITULO = velho", "TITULO =  Casa & Cia \x80 ? ");
+    after.replace("; fim\r\n", "; fim\r\nEmail=\r\n");
+    after += "Caminho=F:\\Dados, 1\\GALTERIA1.mdb\r\n[Opcao]\r\nMarque2=1\r\n";
+    EXPECT_EQ(contents(path()), after);
+    EXPECT_EQ(read(u"Titulo"_s), u"Casa & Cia € ?"_s);
+    EXPECT_EQ(files(), QStringList{u"Banco.ini"_s}) << "no temporary file stays";
+}
+
+TEST_F(ProfileFileTest, ANewKeyGoesBeforeTheGapAndBehindALastLineWithoutEnd)
+{
+    lay(path(), "[A]\r\nx=1\r\n\r\n[B]\ny=2");
+    ASSERT_TRUE(write(u"z"_s, u"3"_s, u"A"_s));
+    ASSERT_TRUE(write(u"z"_s, u"4"_s, u"B"_s));
+    EXPECT_EQ(contents(path()), "[A]\r\nx=1\r\nz=3\r\n\r\n[B]\ny=2\r\nz=4\r\n");
+}
+
+TEST_F(ProfileFileTest, AValueStaysOnItsLine)
+{
+    ASSERT_TRUE(write(u"Titulo"_s, u"a\r\n[Local]\nCaminho=/tmp"_s));
+    EXPECT_EQ(read(u"Titulo"_s), u"a  [Local] Caminho=/tmp"_s);
+    EXPECT_EQ(read(u"Caminho"_s, u"Local"_s), u"<default>"_s);
+    for (const QString& value : {u"a=b;c"_s, u"\"q\""_s, u"  x  "_s}) {
+        ASSERT_TRUE(write(u"Site"_s, value));
+        EXPECT_EQ(read(u"Site"_s), value == u"\"q\""_s ? u"q"_s : value.trimmed());
+    }
+}
+
+TEST_F(ProfileFileTest, AFileMarkedUnicodeIsReadAndKeptAsSuch)
+{
+    const QString text = u"\uFEFF[Configurar]\r\nTitulo=Łódź\r\n"_s;
+    lay(path(), QByteArray(reinterpret_cast<const char*>(text.constData()), text.size() * 2) + 'x');
+    EXPECT_EQ(read(u"Titulo"_s), u"Łódź"_s);
+    ASSERT_TRUE(write(u"Site"_s, u"ž"_s));
+    const QString after = text + u"Site=ž\r\n"_s;
+    EXPECT_EQ(contents(path()),
+              QByteArray(reinterpret_cast<const char*>(after.constData()), after.size() * 2));
+}
+
+TEST_F(ProfileFileTest, WhatCannotBeWrittenLeavesTheFileAsItWas)
+{
+    const QByteArray before = "[Configurar]\r\nTitulo=a\r\n";
+    lay(path(), before);
+    {
+        const FullDisk full(16);
+        EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
+    }
+    faults::setObserver([](faults::Call) { throw RuntimeError(RuntimeError::DeviceIo); });
+    EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
+    EXPECT_EQ(read(u"Titulo"_s), u"<default>"_s);
+    faults::setObserver({});
+    QFile::setPermissions(path(), QFile::ReadOwner);
+    EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
+    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner);
+    QFile::setPermissions(directory_.path(), QFile::ReadOwner | QFile::ExeOwner);
+    EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
+    QFile::setPermissions(directory_.path(),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_EQ(contents(path()), before);
+    EXPECT_EQ(files(), QStringList{u"Banco.ini"_s});
+    EXPECT_FALSE(writeProfileString(u"a"_s, u"b"_s, u"c"_s, directory_.filePath(u"no/x.ini"_s)));
+}
+
+TEST_F(ProfileFileTest, AnythingUnderTheNameIsSurvived)
+{
+    QByteArray rubbish(3 * 1024 * 1024, Qt::Uninitialized);
+    for (qsizetype i = 0; i < rubbish.size(); ++i)
+        rubbish[i] = static_cast<char>(i * i % 251);
+    lay(path(), rubbish);
+    EXPECT_EQ(read(u"Titulo"_s), u"<default>"_s);
+    ASSERT_TRUE(write(u"Titulo"_s, u"b"_s));
+    EXPECT_TRUE(contents(path()).startsWith(rubbish));
+    EXPECT_EQ(read(u"Titulo"_s), u"b"_s);
+
+    // A folder, and a pipe at which a reader would wait for ever.
+    const QString pipe = directory_.filePath(u"pipe"_s);
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString& place : {directory_.path(), pipe}) {
+        EXPECT_EQ(readProfileString(u"a"_s, u"b"_s, u"d"_s, 255, place), u"d"_s);
+        EXPECT_FALSE(writeProfileString(u"a"_s, u"b"_s, u"c"_s, place));
+    }
+}
+
+TEST_F(ProfileFileTest, ALinkStaysALinkAndTheModeStays)
+{
+    const QString real = directory_.filePath(u"real.ini"_s);
+    lay(real, "[Configurar]\r\n");
+    const auto mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+    QFile::setPermissions(real, mode);
+    ASSERT_TRUE(QFile::link(real, path()));
+    ASSERT_TRUE(write(u"Titulo"_s, u"b"_s));
+    EXPECT_TRUE(QFileInfo(path()).isSymLink());
+    EXPECT_EQ(contents(real), "[Configurar]\r\nTitulo=b\r\n");
+    EXPECT_EQ(QFile::permissions(real) & (mode | QFile::ReadOther), mode);
+}
+
+TEST(Windows1252Test, EveryByteSurvives)
+{
+    QByteArray bytes;
+    for (int i = 0; i < 256; ++i)
+        bytes += static_cast<char>(i);
+    EXPECT_EQ(toWindows1252(fromWindows1252(bytes)), bytes);
+    EXPECT_EQ(fromWindows1252("\x80\x8E\x9F\xE7"), u"€ŽŸç"_s);
+}
+
+TEST_F(SystemTest, ADriveLetterIsALinkInTheConfigurationOrBesideTheProgram)
+{
+    QDir folder(directory_.path());
+    ASSERT_TRUE(folder.mkpath(u"unidades"_s) && folder.mkpath(u"rede"_s));
+    ASSERT_TRUE(QFile::link(directory_.filePath(u"rede"_s), directory_.filePath(u"unidades/f:"_s)));
+    ASSERT_TRUE(QFile::link(u"/"_s, directory_.filePath(u"unidades/R:"_s)));
+    ASSERT_TRUE(QFile::link(directory_.filePath(u"fora"_s), directory_.filePath(u"unidades/g:"_s)));
+    setApplicationFolderForTests(directory_.path());
+    const QString net = QFileInfo(directory_.filePath(u"rede"_s)).canonicalFilePath();
+    const QList<std::pair<QString, QString>> rows{
+        {u"F:\\Arquivos de programas\\x.mdb"_s, net + u"/Arquivos de programas/x.mdb"_s},
+        {u"f:/x"_s, net + u"/x"_s},
+        {u"f:x"_s, net + u"/x"_s},
+        {u"f:"_s, net},
+        {u"F:\\"_s, net},
+        {u"r:\\etc"_s, u"/etc"_s},
+        {u"/home/loja/x y.mdb"_s, u"/home/loja/x y.mdb"_s},
+        {u"/home/loja\\Banco.ini"_s, u"/home/loja/Banco.ini"_s},
+        {u""_s, u""_s}};
+    for (const auto& [classic, native] : rows)
+        EXPECT_EQ(hostPath(classic), native) << qPrintable(classic);
+    // Not mapped, mapped to what is gone, and the letter left out.
+    for (const QString& path : {u"Z:\\x"_s, u"G:\\x"_s, u":\\Arquivos de programas"_s}) {
+        try {
+            hostPath(path);
+            ADD_FAILURE() << qPrintable(path);
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.number(), 76);
+        }
+    }
+
+    const QDir own(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
+                   u"/unidades"_s);
+    ASSERT_TRUE(own.path().startsWith(directory_.path()) && own.mkpath(u"f:"_s));
+    EXPECT_EQ(hostPath(u"F:\\x"_s), own.canonicalPath() + u"/f:/x"_s)
+        << "the user's own goes first";
+}
+
+TEST_F(SystemTest, AnInstanceIsHeldPerInstallationAndAKilledOneLeavesNoTrace)
+{
+    const QString folder = directory_.path();
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        const InstanceLock lock(folder);
+        const char answer = lock.heldByAnother() ? 'n' : 'y';
+        _exit(write(ready[1], &answer, 1) == 1 ? pause() : 1);
+    }
+    char first = 0;
+    ASSERT_EQ(read(ready[0], &first, 1), 1);
+    EXPECT_EQ(first, 'y');
+    EXPECT_TRUE(InstanceLock(folder).heldByAnother());
+    EXPECT_TRUE(InstanceLock(folder + u"/../"_s + QDir(folder).dirName()).heldByAnother());
+    EXPECT_FALSE(InstanceLock(folder + u"2"_s).heldByAnother());
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const InstanceLock lock(folder);
+    EXPECT_FALSE(lock.heldByAnother());
+    close(ready[0]);
+    close(ready[1]);
+}
+
+TEST_F(SystemTest, AProgramStartedFromHereDoesNotHoldTheInstance)
+{
+    {
+        const InstanceLock lock(directory_.path());
+        ASSERT_FALSE(lock.heldByAnother());
+        Shell(u"sleep 20"_s);
+    }
+    EXPECT_FALSE(InstanceLock(directory_.path()).heldByAnother());
+}
+
+TEST_F(SystemTest, ShellStartsProgramsAndHandsAddressesToTheDesktop)
+{
+    // A desktop whose browser writes down what it was asked for.
+    const QString seen = directory_.filePath(u"seen"_s);
+    const QString opener = directory_.filePath(u"xdg-open"_s);
+    lay(opener, "#!/bin/sh\nprintf %s \"$1\" > \"" + QFile::encodeName(seen) + ".part\" && mv \"" +
+                    QFile::encodeName(seen) + ".part\" \"" + QFile::encodeName(seen) + "\"\n");
+    QFile::setPermissions(opener, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(directory_.path()) + ':' + path);
+    Shell(u"Explorer http://www.vorbelo.example/eeprom.asp?a=1&b=2"_s);
+    QElapsedTimer timer;
+    for (timer.start(); !QFile::exists(seen) && timer.elapsed() < 10000;)
+        QThread::msleep(5);
+    EXPECT_EQ(contents(seen), "http://www.vorbelo.example/eeprom.asp?a=1&b=2");
+
+    qputenv("PATH", QFile::encodeName(directory_.path()) + "/none");
+    for (const QString& command :
+         {u""_s, u"no-such-program -x"_s, u"explorer http://www.vorbelo.example/"_s}) {
+        try {
+            Shell(command, 1);
+            ADD_FAILURE() << qPrintable(command);
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.number(), 53);
+        }
+    }
+    qputenv("PATH", path);
+}
