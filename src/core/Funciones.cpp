@@ -1,5 +1,6 @@
 #include "Funciones.h"
 
+#include "EventTransactions.h"
 #include "Form1principal.h"
 #include "HostPaths.h"
 #include "MsgBox.h"
@@ -133,6 +134,8 @@ try {
 
 void AbreBancoVenda()
 {
+    // A list that the main file knows as booked already is emptied before it is seen.
+    setListMarkResolver([] { return hostPath(LeIni(u"Local"_s, u"Caminho"_s, CaminhoIni())); });
     Conexao2.create();
     Tabela2.create();
     // The list of the sale in progress stays on this computer, wherever the main file lies.

@@ -57,7 +57,7 @@ struct GridColumn
         Text,
         Money
     } kind = Text;
-    QString whenNull;
+    QString whenNull = QString();
 };
 
 // Fills the grid from the recordset's current row to its end, from row Rows - 1 on, one row more at

@@ -1,0 +1,217 @@
+#include "FormTest.h"
+
+#include "Faults.h"
+#include "Form1log.h"
+#include "Form1principal.h"
+#include "Funciones.h"
+#include "RuntimeError.h"
+
+namespace {
+
+class Login : public FormTest
+{
+protected:
+    Login()
+    {
+        addForm<Form1principal>();
+        addForm<Form1log>();
+        mainSql(u"DELETE FROM VALIDAR"_s);
+        setIni(u"Configurar"_s, u"Titulo"_s, u"Oficina"_s);
+        setIni(u"Configurar"_s, u"CPFCGC"_s, u"12345678901"_s);
+        principal().show();
+    }
+
+    void addUser(const QString& name, const QString& password, int level = 0)
+    {
+        mainSql(u"INSERT INTO VALIDAR (USUARIO, SENHA) VALUES ('%1', '%2')"_s.arg(name, password));
+        if (level > 0)
+            mainSql(u"UPDATE VALIDAR SET NIVEL%1 = 1 WHERE USUARIO = '%2'"_s.arg(level).arg(name));
+    }
+
+    // Opens the dialog, chooses the name in its list, types the password and presses "Entrar".
+    void logIn(const QString& name, const QString& password)
+    {
+        inDialog([&] {
+            for (int index = 0; index < log().Combo1.listCount(); ++index)
+                if (log().Combo1.list(index) == name)
+                    log().Combo1.setListIndex(index);
+            type(log().Text1, password);
+            click(log().Command1(0));
+            stayedOpen_ = log().isVisible();
+            passwordLeft_ = stayedOpen_ ? log().Text1.text() : QString();
+        });
+    }
+
+    void inDialog(const std::function<void()>& script)
+    {
+        bool shown = false;
+        onModal([&](Form& form) {
+            shown = form.name() == u"Form1log"_s;
+            script();
+        });
+        click(principal().Command1(13));
+        EXPECT_TRUE(shown);
+    }
+
+    void expectRefusal()
+    {
+        expectBox(u"Senha não confere,tente outra vez."_s, Answer::Ok, BoxButtons::Ok,
+                  BoxIcon::Exclamation);
+    }
+
+    static Form1log& log() { return form<Form1log>(); }
+
+    static QString enabledEntries()
+    {
+        QStringList names;
+        for (Menu* entry :
+             {&principal().mnucliente, &principal().mnufornecedor, &principal().mnupecacess,
+              &principal().mnubuscacli, &principal().mnubuscafor, &principal().mnupec,
+              &principal().mnupecas, &principal().mnumanutencao, &principal().mnuconfigura,
+              &principal().mnurelatorio})
+            if (entry->menuEnabled())
+                names << entry->name();
+        return names.join(u' ');
+    }
+
+    static QString enabledFrames()
+    {
+        QStringList indexes;
+        for (const int index : {0, 1, 2})
+            if (principal().Frame2(index).enabled())
+                indexes << QString::number(index);
+        return indexes.join(u' ');
+    }
+
+    bool stayedOpen_ = false;
+    QString passwordLeft_;
+};
+
+TEST_F(Login, EachLevelOpensItsOwnAndLogoutClosesIt)
+{
+    const QString always = u"5 7 13"_s;
+    const struct
+    {
+        int level;
+        QString buttons, entries, frames;
+    } rows[] = {
+        {0, always, QString(), QString()},
+        {1, u"0 5 7 8 13"_s, u"mnucliente mnubuscacli"_s, u"0 1 2"_s},
+        {2, u"1 5 7 9 13"_s, u"mnufornecedor mnubuscafor"_s, QString()},
+        {3, u"2 5 7 11 13"_s, u"mnupecacess mnupec"_s, QString()},
+        {4, u"3 5 7 13"_s, u"mnupecas"_s, QString()},
+        {5, u"4 5 7 13"_s, u"mnumanutencao"_s, QString()},
+        {6, u"5 6 7 13 15"_s, u"mnuconfigura mnurelatorio"_s, QString()},
+        {7, u"5 7 10 13"_s, QString(), QString()},
+        {8, u"5 7 12 13 14"_s, QString(), QString()},
+    };
+    for (const auto& row : rows)
+        addUser(u"Nivel%1"_s.arg(row.level), u"s"_s, row.level);
+    for (const auto& row : rows) {
+        logIn(u"Nivel%1"_s.arg(row.level), u"s"_s);
+        EXPECT_EQ(enabledOf(principal().Command1), row.buttons) << row.level;
+        EXPECT_EQ(enabledEntries(), row.entries) << row.level;
+        EXPECT_EQ(enabledFrames(), row.frames) << row.level;
+        EXPECT_EQ(principal().Label1(12).caption(), u"Desativar Usuario"_s);
+
+        click(principal().Command1(13));
+        EXPECT_EQ(enabledOf(principal().Command1), always) << row.level;
+        EXPECT_EQ(enabledEntries(), QString()) << row.level;
+        EXPECT_EQ(enabledFrames(), QString()) << row.level;
+    }
+}
+
+TEST_F(Login, CaptionAndPanelTellWhoIsThereUntilLogout)
+{
+    addUser(u"Ana"_s, u"segredo"_s);
+    logIn(u"Ana"_s, u"segredo"_s);
+    EXPECT_FALSE(stayedOpen_);
+    EXPECT_EQ(principal().caption(),
+              u"Oficina    CPF 123-456-789/01   Usuario: Ana  está usando"_s);
+    EXPECT_EQ(principal().StatusBar1.panel(1), u"Usuario: Ana"_s);
+
+    click(principal().Command1(13));
+    EXPECT_EQ(principal().caption(), u"Oficina    CPF 123-456-789/01"_s);
+    EXPECT_EQ(principal().StatusBar1.panel(1), u"Autor:Quelmo T.Varga"_s);
+    EXPECT_EQ(principal().Label1(12).caption(), u"Validar Usuario"_s);
+}
+
+TEST_F(Login, WrongPasswordKeepsTheDialogAndWhatWasTyped)
+{
+    addUser(u"Ana"_s, u"segredo"_s, 1);
+    for (const QString& wrong : {u"Segredo"_s, u"segredo "_s}) {
+        expectRefusal();
+        logIn(u"Ana"_s, wrong);
+        EXPECT_TRUE(stayedOpen_);
+        EXPECT_EQ(passwordLeft_, wrong);
+        EXPECT_EQ(enabledOf(principal().Command1), u"5 7 13"_s);
+    }
+}
+
+TEST_F(Login, ShorterNameInsideALongerOneIsRefused)
+{
+    addUser(u"Adriana"_s, u"um"_s);
+    addUser(u"ana"_s, u"dois"_s);
+    expectRefusal();
+    logIn(u"ana"_s, u"dois"_s);
+    EXPECT_TRUE(stayedOpen_);
+}
+
+TEST_F(Login, NameTypedWithoutAClickIsRefused)
+{
+    addUser(u"Ana"_s, u"um"_s);
+    addUser(u"Rui"_s, u"dois"_s);
+    expectRefusal();
+    inDialog([] {
+        log().Combo1.setText(u"Rui"_s);
+        type(log().Text1, u"dois"_s);
+        click(log().Command1(0));
+    });
+}
+
+TEST_F(Login, WithoutUsersOnlyTheFrameLeads)
+{
+    inDialog([] {
+        EXPECT_EQ(enabledOf(log().Command1), QString());
+        EXPECT_FALSE(log().Combo1.enabled());
+    });
+    addUser(u"Ana"_s, u"um"_s, 7);
+    logIn(u"Ana"_s, u"um"_s);
+    EXPECT_EQ(enabledOf(principal().Command1), u"5 7 10 13"_s);
+}
+
+TEST_F(Login, AnyFailureWhileOpeningShutsTheDialog)
+{
+    addUser(u"Ana"_s, u"um"_s);
+    bool failed = true;
+    for (int n = 1; failed; ++n) {
+        // The first call opens the connection, which has boxes of its own.
+        if (n == 1) {
+            expectErrorBox();
+            expectErrorBox(u"Restaure o Banco de Dados"_s);
+        }
+        int left = n;
+        failed = false;
+        faults::setObserver([&](faults::Call call) {
+            if (call == faults::Call::Recordset && --left == 0) {
+                failed = true;
+                throw RuntimeError(RuntimeError::EngineFault);
+            }
+        });
+        inDialog([&] {
+            faults::setObserver({});
+            EXPECT_EQ(enabledOf(log().Command1), failed ? QString() : u"0 1"_s) << n;
+            EXPECT_EQ(log().Combo1.enabled(), !failed) << n;
+        });
+    }
+}
+
+TEST_F(Login, CancelReleasesThePair)
+{
+    addUser(u"Ana"_s, u"um"_s);
+    inDialog([] { click(log().Command1(1)); });
+    EXPECT_TRUE(Funciones::Conexao4.isNothing());
+    EXPECT_EQ(principal().Label1(12).caption(), u"Validar Usuario"_s);
+}
+
+} // namespace

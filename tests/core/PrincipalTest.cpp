@@ -1,0 +1,178 @@
+#include "FormTest.h"
+
+#include "Form1principal.h"
+#include "PreviousInstance.h"
+
+#include <QLineEdit>
+
+namespace {
+
+// Stands for a form of another folder: notes what the main window does with it.
+class NotingForm : public Form
+{
+public:
+    NotingForm(const QString& name, QStringList& notes) : Form(name, makeBoxes), notes_(notes)
+    {
+        Text1.onChange(
+            [this](int Index) { notes_ << u"%1 %2"_s.arg(Index).arg(Text1(Index).text()); });
+    }
+
+    ControlArray<TextBox> Text1{this, u"Text1"_s};
+
+protected:
+    void Form_Load() override { notes_ << u"load "_s + principal().StatusBar1.panel(2); }
+    void Form_Unload() override { notes_ << u"unload "_s + name(); }
+
+private:
+    static std::unique_ptr<QWidget> makeBoxes()
+    {
+        auto window = std::make_unique<QWidget>();
+        for (int index = 0; index < 5; ++index)
+            (new QLineEdit(window.get()))->setObjectName(u"Text1_%1"_s.arg(index));
+        return window;
+    }
+
+    QStringList& notes_;
+};
+
+class Principal : public FormTest
+{
+protected:
+    Principal() { addForm<Form1principal>(); }
+
+    void know(const QString& name)
+    {
+        FormRegistry::instance().add(
+            name, [this, name] { return std::make_unique<NotingForm>(name, notes_); });
+    }
+
+    void expectExitQuestion(Answer answer)
+    {
+        expectBox(u"Quer fechar o programa ?"_s, answer, BoxButtons::YesNo, BoxIcon::None,
+                  u"Sair do Sistema"_s);
+    }
+
+    void expectNotReady()
+    {
+        expectBox(u"Esta parte do programa ainda não está pronta nesta versão."_s);
+    }
+
+    QStringList notes_;
+};
+
+TEST_F(Principal, CaptionTellsCompanyAndDocument)
+{
+    const struct
+    {
+        QString document, caption;
+    } rows[] = {
+        {u"12345678901"_s, u"Oficina    CPF 123-456-789/01"_s},
+        {u"12345678000195"_s, u"Oficina    CGC 12-345-678-0001/95"_s},
+        {QString(), u"Oficina    CGC "_s},
+    };
+    for (const auto& row : rows) {
+        FormRegistry::instance().clear();
+        addForm<Form1principal>();
+        setIni(u"Configurar"_s, u"Titulo"_s, u"Oficina"_s);
+        setIni(u"Configurar"_s, u"CPFCGC"_s, row.document);
+        EXPECT_EQ(principal().caption(), row.caption);
+    }
+}
+
+TEST_F(Principal, OnlyTheAnsweredQuestionEndsTheProgram)
+{
+    know(u"Form1Cli"_s);
+    principal().show();
+    FormRegistry::instance().get(u"Form1Cli"_s).load();
+    expectExitQuestion(Answer::No);
+    click(principal().Command1(7));
+    expectExitQuestion(Answer::No);
+    click(principal().mnusair);
+    EXPECT_TRUE(ends().empty());
+
+    expectExitQuestion(Answer::Yes);
+    click(principal().Command1(7));
+    EXPECT_THAT(ends(), testing::ElementsAre(EndReason::ExitQuestion));
+    EXPECT_FALSE(notes_.contains(u"unload Form1Cli"_s));
+}
+
+TEST_F(Principal, FrameClosesTheFormsInOrderAndAsksNothing)
+{
+    const QStringList order{u"Form1Cli"_s,    u"Form1For"_s, u"Form1Configurar"_s,
+                            u"Form1pedido"_s, u"Form1Pec"_s, u"Form1manutencao"_s};
+    principal().show();
+    for (const QString& name : order)
+        know(name);
+    for (const QString& name : {order[4], order[0], order[5], order[2]})
+        FormRegistry::instance().get(name).load();
+    notes_.clear();
+    principal().window()->close();
+    EXPECT_EQ(notes_.join(u", "_s), u"unload Form1Cli, unload Form1Configurar, unload Form1Pec, "
+                                    "unload Form1manutencao"_s);
+    EXPECT_FALSE(principal().isLoaded());
+    EXPECT_TRUE(ends().empty());
+}
+
+TEST_F(Principal, ButtonsTellThatTheyWorkAndEntriesDoNot)
+{
+    know(u"Form1Cli"_s);
+    principal().show();
+    const QString idle = principal().StatusBar1.panel(2);
+    principal().Command1(0).setEnabled(true);
+    principal().mnucliente.setMenuEnabled(true);
+    click(principal().mnucliente);
+    click(principal().Command1(0));
+    EXPECT_EQ(notes_.join(u", "_s), u"load %1, unload Form1Cli, load Aguarde processando, "
+                                    "unload Form1Cli"_s.arg(idle));
+}
+
+TEST_F(Principal, PartNotYetThereSaysSoAndLeavesThePanel)
+{
+    principal().show();
+    const QString idle = principal().StatusBar1.panel(2);
+    principal().Command1(1).setEnabled(true);
+    expectNotReady();
+    click(principal().Command1(1));
+    EXPECT_EQ(principal().StatusBar1.panel(2), idle);
+}
+
+TEST_F(Principal, QuickSearchHandsItsTextOver)
+{
+    know(u"Buscacli"_s);
+    principal().show();
+    const struct
+    {
+        int box;
+        QString text, note;
+    } rows[] = {{0, u"12"_s, u"0 12"_s}, {1, u"Ana"_s, u"1 Ana"_s}, {2, u"33"_s, u"3 33"_s}};
+    for (const auto& row : rows) {
+        principal().Frame2(row.box).setEnabled(true);
+        type(principal().Text1(row.box), row.text);
+        notes_.clear();
+        click(principal().Command2(row.box));
+        EXPECT_EQ(notes_.last(), row.note);
+        EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
+        FormRegistry::instance().unload(u"Buscacli"_s);
+    }
+    principal().Text1(0).setText({});
+    click(principal().Command2(0));
+    EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
+}
+
+// The mark of the running program is taken once a process, so this one runs in its own.
+TEST_F(Principal, SecondInstanceEndsWithoutAMessage)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            const InstanceLock other(folder());
+            know(u"Form1Cli"_s);
+            FormRegistry::instance().get(u"Form1Cli"_s).load();
+            const bool ended = ends() == std::vector{EndReason::SecondInstance};
+            const bool gone = FormRegistry::instance().loadedForms().empty();
+            std::_Exit(ended && gone && !testing::Test::HasFailure() ? 42 : 1);
+        },
+        testing::ExitedWithCode(42), "");
+}
+
+} // namespace
