@@ -1,0 +1,178 @@
+#include "WorkshopTest.h"
+
+namespace {
+
+class BuscacliTest : public WorkshopTest
+{
+protected:
+    BuscacliTest()
+    {
+        addOrder(u"0000001"_s, u"José"_s, u"marca='Radio', telefone='(11)3333-4444'"_s);
+        addOrder(u"0000002"_s, u"JOSE 100%"_s, u"celular='(11)9999-1111'"_s);
+        addOrder(u"0000011"_s, u"Ana_11"_s, u"marca='11'"_s);
+    }
+
+    Buscacli& openSearch()
+    {
+        form<Buscacli>().show();
+        return form<Buscacli>();
+    }
+    static QStringList numbers()
+    {
+        QStringList found;
+        for (const QString& row : gridRows(form<Buscacli>().MSFlexGrid1))
+            found << row.section(u'|', 0, 0);
+        return found;
+    }
+    // What the record form showed when it came up.
+    QString shownRecord;
+    int timesShown = 0;
+    void watchRecord()
+    {
+        onModal([this](Form& opened) {
+            ++timesShown;
+            shownRecord = static_cast<Form1Cli&>(opened).Text1(13).text();
+            EXPECT_FALSE(form<Buscacli>().isLoaded());
+        });
+    }
+};
+
+TEST_F(BuscacliTest, EachBoxSearchesItsFieldAsTyped)
+{
+    struct Case
+    {
+        int box;
+        QString text;
+        QStringList found;
+    };
+    const std::vector<Case> cases{
+        {0, u"1"_s, {u"0000001"_s, u"0000011"_s}},
+        {1, u"jose"_s, {u"0000002"_s}}, // accents count, case does not
+        {2, u"radio"_s, {u"0000001"_s}},
+        {3, u"3333"_s, {u"0000001"_s}},
+        {4, u"9999"_s, {u"0000002"_s}},
+        {1, u"a_1"_s, {u"0000011"_s}}, // wildcards act
+        {1, u"n%1"_s, {u"0000011"_s}},
+        {1, u"*"_s, {}},
+        {1, u"nobody"_s, {}},
+    };
+    Buscacli& search = openSearch();
+    EXPECT_FALSE(search.MSFlexGrid1.visible());
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.text.toStdString());
+        type(search.Text1(one.box), one.text);
+        EXPECT_EQ(numbers(), one.found);
+        EXPECT_EQ(search.caption(),
+                  u"Buscar Cliente - %1 clientes encontrados"_s.arg(one.found.size()));
+        EXPECT_TRUE(search.MSFlexGrid1.visible());
+        for (int box = 0; box <= 4; ++box)
+            search.Text1(box).setText({});
+        EXPECT_FALSE(search.MSFlexGrid1.visible());
+    }
+    type(search.Text1(3), u"3333"_s);
+    EXPECT_EQ(gridRows(search.MSFlexGrid1), QStringList{u"0000001|José|Radio|(11)3333-4444|"_s});
+}
+
+TEST_F(BuscacliTest, BoxOfEqualTextSearchesTheFieldOfTheLowerOne)
+{
+    Buscacli& search = openSearch();
+    search.Text1(0).setText(u"11"_s);
+    search.Text1(2).setText(u"1"_s);
+    EXPECT_EQ(numbers(), QStringList{u"0000011"_s}); // the brand
+    search.Text1(2).setText(u"2"_s);
+    EXPECT_EQ(numbers(), QStringList());
+    search.Text1(0).setText(u"2"_s);
+    search.Text1(2).setText(u"11"_s);
+    search.Text1(2).setText(u"2"_s);
+    EXPECT_EQ(numbers(), QStringList{u"0000002"_s}); // the number
+}
+
+TEST_F(BuscacliTest, EmptiedBoxIsSearchedBehindTheScenesWhileAnotherHoldsText)
+{
+    Buscacli& search = openSearch();
+    search.Text1(1).setText(u"Ana"_s);
+    click(search.MSFlexGrid1, 1);
+    search.Text1(2).setText(u"Radio"_s);
+    search.Text1(1).setText({});
+    EXPECT_FALSE(search.MSFlexGrid1.visible());
+    EXPECT_FALSE(search.Command1.enabled());
+    EXPECT_EQ(search.Text2.text(), QString());
+    EXPECT_EQ(search.caption(), u"Buscar Cliente - 3 clientes encontrados"_s);
+    EXPECT_EQ(numbers(), (QStringList{u"0000001"_s, u"0000002"_s, u"0000011"_s}));
+    search.Text1(2).setText(u"Radi"_s);
+    EXPECT_TRUE(search.MSFlexGrid1.visible());
+    EXPECT_EQ(numbers(), QStringList{u"0000001"_s});
+}
+
+TEST_F(BuscacliTest, QuoteStopsTheSearchWithItsBox)
+{
+    Buscacli& search = openSearch();
+    search.Text1(1).setText(QString(10000, u'x'));
+    EXPECT_EQ(search.Text1(1).text().size(), 20);
+    expectErrorBox();
+    search.Text1(1).setText(u"d'Avila"_s);
+    EXPECT_TRUE(search.isVisible());
+    EXPECT_EQ(search.caption(), u"Buscar Cliente"_s);
+    search.Text1(1).setText(u"Ana"_s);
+    EXPECT_EQ(numbers(), QStringList{u"0000011"_s});
+}
+
+TEST_F(BuscacliTest, RowsOpenByButtonByDoubleClickAndByKey)
+{
+    watchRecord();
+    const std::vector<std::function<void(Buscacli&)>> ways{
+        [](Buscacli& search) {
+            click(search.MSFlexGrid1, 2);
+            click(search.Command1);
+        },
+        [](Buscacli& search) {
+            search.MSFlexGrid1.setRow(2);
+            press(search.MSFlexGrid1, Qt::Key_Space);
+            EXPECT_EQ(search.Text2.text(), u"0000011"_s);
+            click(search.Command1);
+        },
+        [](Buscacli& search) {
+            search.MSFlexGrid1.setRow(2);
+            press(search.MSFlexGrid1, Qt::Key_Return);
+        },
+    };
+    for (const auto& way : ways) {
+        shownRecord.clear();
+        Buscacli& search = openSearch();
+        search.Text1(0).setText(u"1"_s);
+        EXPECT_FALSE(search.Command1.enabled());
+        way(search);
+        EXPECT_EQ(shownRecord, u"0000011"_s);
+        EXPECT_FALSE(search.isLoaded());
+        EXPECT_FALSE(form<Form1Cli>().isLoaded());
+    }
+    EXPECT_EQ(timesShown, 3);
+}
+
+TEST_F(BuscacliTest, HeadingMeansTheFirstRowAndNothingWithoutRows)
+{
+    watchRecord();
+    Buscacli& search = openSearch();
+    search.Text1(1).setText(u"nobody"_s);
+    click(search.MSFlexGrid1, 0);
+    press(search.MSFlexGrid1, Qt::Key_Return);
+    EXPECT_FALSE(search.Command1.enabled());
+    EXPECT_EQ(search.Text2.text(), QString());
+    EXPECT_EQ(timesShown, 0);
+    search.Text1(1).setText(u"Ana"_s);
+    click(search.MSFlexGrid1, 0);
+    EXPECT_EQ(search.Text2.text(), u"0000011"_s);
+}
+
+TEST_F(BuscacliTest, QuickSearchOfTheMainWindowFillsTheList)
+{
+    principal().Frame2(2).setEnabled(true);
+    principal().Text1(2).setText(u"3333"_s);
+    click(principal().Command2(2));
+    EXPECT_TRUE(form<Buscacli>().isVisible());
+    EXPECT_EQ(numbers(), QStringList{u"0000001"_s});
+    click(form<Buscacli>().Command2);
+    EXPECT_FALSE(form<Buscacli>().isLoaded());
+}
+
+} // namespace

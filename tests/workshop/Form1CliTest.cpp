@@ -1,0 +1,420 @@
+#include "WorkshopTest.h"
+
+#include <QWidget>
+
+namespace {
+
+const QString Browsing = u"0 2 4 5 6 7 8 10 11 12 13"_s;
+const QString AllLocked = u"0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16"_s;
+const QString NumberQuestion = u"Número de Cadastro já existe,quer editar o cadastro sim ou não?"_s;
+const QString DeleteQuestion = u"Deseja Realmente Excluir este Cliente ?"_s;
+
+class Form1CliTest : public WorkshopTest
+{
+protected:
+    void press(int button) { click(form<Form1Cli>().Command1(button)); }
+    void expectQuestion(const QString& text, Answer answer)
+    {
+        expectBox(text, answer, BoxButtons::YesNo, BoxIcon::Question);
+    }
+};
+
+TEST_F(Form1CliTest, EachActionLeavesItsButtonsAndBoxes)
+{
+    addOrder(u"0000004"_s, u"Ana"_s);
+    Form1Cli& cli = openRecord();
+    const auto focused = [&cli] {
+        const QWidget* widget = cli.window()->focusWidget();
+        return widget ? widget->objectName() : QString();
+    };
+    struct Step
+    {
+        const char* name;
+        std::function<void()> action;
+        QString buttons;
+        QString locked;
+        QString focus;
+    };
+    const std::vector<Step> steps{
+        {"load", [] {}, Browsing, AllLocked, {}},
+        {"new", [&] { press(0); }, u"1 9"_s, u"16"_s, u"Text1_0"_s},
+        {"cancelled", [&] { press(9); }, Browsing, AllLocked, {}},
+        {"editing", [&] { press(2); }, u"1 3 9"_s, u"13 16"_s, u"Text1_0"_s},
+        {"saved", [&] { press(1); }, Browsing, AllLocked, {}},
+        {"copying", [&] { press(5); }, u"5"_s, AllLocked, u"Command1_5"_s},
+        {"a flag while copying", [&] { enter(cli.Check1(0)); }, u"5"_s, AllLocked, {}},
+        {"pasted", [&] { press(5); }, u"1 9"_s, u"13 16"_s, u"Text1_0"_s},
+        {"cancelled again", [&] { press(9); }, Browsing, AllLocked, {}},
+        {"a flag",
+         [&] { enter(cli.Check1(0)); },
+         u"0 1 2 4 5 6 7 8 9 10 11 12 13"_s,
+         AllLocked,
+         {}},
+        {"flag given up", [&] { press(9); }, Browsing, AllLocked, {}},
+        {"not deleted",
+         [&] {
+             expectQuestion(DeleteQuestion, Answer::No);
+             press(2);
+             press(3);
+         },
+         Browsing,
+         AllLocked,
+         {}},
+        {"deleted",
+         [&] {
+             expectQuestion(DeleteQuestion, Answer::Yes);
+             press(2);
+             press(3);
+         },
+         u"0 8"_s,
+         AllLocked,
+         {}},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.name);
+        step.action();
+        EXPECT_EQ(enabledOf(cli.Command1), step.buttons);
+        EXPECT_EQ(lockedOf(cli.Text1), step.locked);
+        EXPECT_EQ(lockedOf(cli.Text3), step.locked == AllLocked ? u"0 1 2 3"_s : u""_s);
+        if (!step.focus.isEmpty()) {
+            EXPECT_EQ(focused(), step.focus);
+        }
+    }
+    EXPECT_FALSE(cli.Check1(0).enabled());
+    EXPECT_EQ(cli.Text1(13).text(), u"0000000"_s);
+}
+
+TEST_F(Form1CliTest, FirstOrderOfAnEmptyTableIsStoredWithItsTwin)
+{
+    Form1Cli& cli = openRecord();
+    press(0);
+    EXPECT_EQ(cli.Text1(13).text(), u"0000001"_s);
+    EXPECT_EQ(cli.Text1(14).text(), u"09/03/2026"_s);
+    type(cli.Text1(0), u"Ana"_s);
+    type(cli.Text3(0), u"1.234,5"_s);
+    type(cli.Text3(1), u"1133334444"_s);
+    click(cli.Check1(2));
+    press(1);
+    EXPECT_EQ(orders(), QStringList{u"0000001 Ana"_s});
+    EXPECT_EQ(twins(), orders());
+    EXPECT_EQ(stored(u"0000001"_s, u"telefone || celular || valor || autoriza || pronto"_s),
+              u"(11)3333-44441234500010"_s);
+    EXPECT_EQ(cli.Text3(0).text(), u"1.234,50"_s);
+    EXPECT_EQ(cli.Text1(16).text(), u"0000001"_s);
+    // The next one counts on, and closing the window in the middle of it loses that one alone.
+    press(0);
+    EXPECT_EQ(cli.Text1(13).text(), u"0000002"_s);
+    cli.window()->close();
+    EXPECT_EQ(orders().size(), 1);
+    EXPECT_EQ(twins().size(), 1);
+}
+
+TEST_F(Form1CliTest, EmptyNumberIsStoredAsZerosAndAskedAboutNextTime)
+{
+    Form1Cli& cli = openRecord();
+    for (const bool exists : {false, true}) {
+        press(0);
+        type(cli.Text1(0), u"Ana"_s);
+        type(cli.Text1(13), {});
+        if (exists)
+            expectQuestion(NumberQuestion, Answer::No);
+        press(1);
+    }
+    EXPECT_EQ(orders(), QStringList{u"0000000 Ana"_s});
+    EXPECT_EQ(cli.Text1(13).text(), QString());
+}
+
+// Another station took the number in meanwhile, unseen by the row set of this one.
+TEST_F(Form1CliTest, NumberTakenElsewhereAsksAndYesEditsThatOrder)
+{
+    addOrder(u"0000004"_s, u"Ana"_s);
+    Form1Cli& cli = openRecord();
+    press(0);
+    type(cli.Text1(0), u"Beto"_s);
+    addOrder(u"0000005"_s, u"Caio"_s);
+    expectQuestion(NumberQuestion, Answer::Yes);
+    press(1);
+    EXPECT_EQ(cli.Text1(0).text(), u"Caio"_s);
+    EXPECT_EQ(enabledOf(cli.Command1), u"1 9"_s);
+    EXPECT_TRUE(cli.Text1(13).locked());
+    type(cli.Text1(1), u"Rua A"_s);
+    press(1);
+    EXPECT_EQ(orders(), (QStringList{u"0000004 Ana"_s, u"0000005 Caio"_s}));
+    EXPECT_EQ(twins(), orders());
+    EXPECT_EQ(stored(u"0000005"_s, u"endereco"_s), u"Rua A"_s);
+}
+
+TEST_F(Form1CliTest, NumberTakenElsewhereAfterPasteCanBeTypedAnew)
+{
+    addOrder(u"0000004"_s, u"Ana"_s);
+    Form1Cli& cli = openRecord();
+    press(5);
+    press(5);
+    addOrder(u"0000005"_s, u"Caio"_s);
+    expectQuestion(NumberQuestion, Answer::No);
+    press(1);
+    EXPECT_EQ(cli.Text1(13).text(), QString());
+    EXPECT_FALSE(cli.Text1(13).locked());
+    EXPECT_EQ(cli.window()->focusWidget(), cli.Text1(13).widget());
+    type(cli.Text1(13), u"9"_s);
+    press(1);
+    EXPECT_EQ(orders(), (QStringList{u"0000004 Ana"_s, u"0000005 Caio"_s, u"0000009 Ana"_s}));
+    EXPECT_EQ(twins(), orders());
+}
+
+TEST_F(Form1CliTest, PasteTakesTheClientAndLeavesTheDevice)
+{
+    addOrder(u"0000004"_s, u"Ana"_s,
+             u"cidade='Santos', telefone='1133334444', cpf='11144477735', marca='Radio', "
+             "pronto=1, local='P3'"_s);
+    addOrder(u"0000007"_s, u"Beto"_s);
+    openRecordAt(u"0000004"_s);
+    Form1Cli& cli = form<Form1Cli>();
+    press(5);
+    EXPECT_EQ(cli.Text1(0).text(), QString());
+    press(5);
+    EXPECT_EQ(cli.Text1(13).text(), u"0000008"_s);
+    EXPECT_EQ(cli.Text1(0).text(), u"Ana"_s);
+    EXPECT_EQ(cli.Text1(8).text(), QString());
+    EXPECT_EQ(cli.Text7.text(), QString());
+    EXPECT_EQ(cli.Check1(0).value(), 0);
+    enter(cli.Text3(3));
+    EXPECT_EQ(cli.Text3(3).text(), u"11144477735"_s);
+    press(1);
+    EXPECT_EQ(stored(u"0000008"_s, u"cidade || telefone || cpf"_s),
+              u"Santos(11)3333-444411144477735"_s);
+}
+
+// The bench writes its fields between the look at the record and its saving.
+TEST_F(Form1CliTest, SaveOverAnotherStationsWriteFailsOnceAndThenKeepsBoth)
+{
+    addOrder(u"0000004"_s, u"Ana"_s, u"endereco='', servicoexecutado=''"_s);
+    Form1Cli& cli = openRecord();
+    press(2);
+    type(cli.Text1(1), u"Rua A"_s);
+    changeOrder(u"0000004"_s, u"servicoexecutado='Fonte trocada'"_s);
+    press(1);
+    EXPECT_EQ(enabledOf(cli.Command1), u"1 3 9"_s);
+    EXPECT_EQ(lockedOf(cli.Text1), u"13 16"_s);
+    EXPECT_EQ(cli.Text1(1).text(), u"Rua A"_s);
+    EXPECT_EQ(stored(u"0000004"_s, u"endereco"_s), QString());
+    press(1);
+    EXPECT_EQ(enabledOf(cli.Command1), Browsing);
+    EXPECT_EQ(stored(u"0000004"_s, u"endereco || servicoexecutado"_s), u"Rua AFonte trocada"_s);
+}
+
+TEST_F(Form1CliTest, DeletingTakesTheTwinAndShowsTheRowThatIsCurrent)
+{
+    for (const char* number : {"0000001", "0000002", "0000003"})
+        addOrder(QString::fromLatin1(number), u"Ana"_s);
+    mainSql(u"DELETE FROM PECAAPLICADA WHERE NUMERO='0000003'"_s);
+    Form1Cli& cli = openRecord();
+    struct Case
+    {
+        QString deleted;
+        QString shown;
+        QStringList left;
+        QString buttons;
+    };
+    // The one without a twin goes alone; the first one leaves no way back.
+    const std::vector<Case> cases{
+        {u"0000003"_s, u"0000002"_s, {u"0000001 Ana"_s, u"0000002 Ana"_s}, Browsing},
+        {u"0000001"_s, u"0000002"_s, {u"0000002 Ana"_s}, u"0 2 4 5 6 7 8 11 12 13"_s},
+    };
+    for (const Case& one : cases) {
+        cli.Text2.setText(one.deleted);
+        press(2);
+        expectQuestion(DeleteQuestion, Answer::Yes);
+        press(3);
+        EXPECT_EQ(cli.Text1(13).text(), one.shown);
+        EXPECT_EQ(orders(), one.left);
+        EXPECT_EQ(twins(), one.left);
+        EXPECT_EQ(enabledOf(cli.Command1), one.buttons);
+    }
+}
+
+TEST_F(Form1CliTest, LookUpThatFindsNothingStaysOnTheRow)
+{
+    for (const char* number : {"0000001", "0000002", "0000003"})
+        addOrder(QString::fromLatin1(number), QString::fromLatin1(number));
+    openRecordAt(u"0000002"_s);
+    Form1Cli& cli = form<Form1Cli>();
+    for (const QString& number : {u"0000009"_s, u"'"_s}) {
+        cli.Text2.setText(number);
+        EXPECT_EQ(cli.Text1(13).text(), u"0000002"_s);
+        press(11);
+        EXPECT_EQ(cli.Text1(13).text(), u"0000003"_s);
+        press(10);
+    }
+}
+
+TEST_F(Form1CliTest, ServiceBoxTellsThePartsApplied)
+{
+    addOrder(u"0000001"_s);
+    mainSql(u"UPDATE PECAAPLICADA SET DESCRICAO1='Fusível', DESCRICAO3='Cabo'"_s);
+    mainSql(u"INSERT INTO Cliente (numero) VALUES ('0000002')"_s);
+    Form1Cli& cli = openRecord();
+    EXPECT_EQ(cli.Text1(12).toolTipText(), u"Fusível,,Cabo,,,,,,,,"_s);
+    press(13);
+    EXPECT_EQ(cli.Text1(12).toolTipText(), u"NÃO Á PEÇA CADASTRADA"_s);
+}
+
+TEST_F(Form1CliTest, DocumentsAreCheckedOnLeavingTheirBox)
+{
+    addOrder(u"0000001"_s);
+    Form1Cli& cli = openRecord();
+    press(2);
+    const QString lengths = u"Tem que ser 11 numeros para CPF e 14 numeros para CGC"_s;
+    const std::vector<std::tuple<QString, QString, int>> documents{
+        {u"1114447773"_s, lengths, 18},
+        {u"11144477735"_s, {}, 14},
+        {u"11144477736"_s, u"CPF com DV incorreto !!!"_s, 14},
+        {u"111444777351"_s, lengths + u'"', 14},
+        {u"1122233300018"_s, lengths, 14},
+        {u"11222333000181"_s, {}, 18},
+        {u"11222333000182"_s, u"CGC com DV incorreto !!! "_s, 18},
+        {u"112223330001811"_s, {}, 18},
+    };
+    for (const auto& [document, message, maxLength] : documents) {
+        SCOPED_TRACE(document.toStdString());
+        enter(cli.Text3(3));
+        type(cli.Text3(3), document);
+        if (!message.isEmpty())
+            expectBox(message);
+        enter(cli.Text1(0));
+        EXPECT_EQ(cli.Text3(3).text(), message.isEmpty() ? document : QString());
+        EXPECT_EQ(cli.Text3(3).maxLength(), maxLength);
+        EXPECT_EQ(cli.window()->focusWidget(),
+                  (message.isEmpty() ? cli.Text1(0) : cli.Text3(3)).widget());
+    }
+    // A telephone of the same text is taken for the document; a locked box is left alone.
+    type(cli.Text3(3), u"1133334444"_s);
+    enter(cli.Text3(1));
+    type(cli.Text3(1), u"1133334444"_s);
+    expectBox(lengths);
+    enter(cli.Text1(0));
+    EXPECT_EQ(cli.Text3(1).text(), u"1133334444"_s);
+    EXPECT_EQ(cli.Text3(3).text(), QString());
+    type(cli.Text3(3), u"123"_s);
+    cli.TravaCampos();
+    enter(cli.Text1(0));
+    EXPECT_EQ(cli.Text3(3).text(), u"123"_s);
+}
+
+TEST_F(Form1CliTest, CompanyNumberStaysWholeAfterACpfWasChecked)
+{
+    addOrder(u"0000001"_s, u"Ana"_s, u"cpf='11144477735'"_s);
+    addOrder(u"0000002"_s, u"Beto"_s, u"cpf='11222333000181'"_s);
+    Form1Cli& cli = openRecord();
+    EXPECT_EQ(cli.Text3(3).text(), u"111-444-777/35"_s);
+    press(2);
+    enter(cli.Text3(3));
+    EXPECT_EQ(cli.Text3(3).text(), u"11144477735"_s);
+    enter(cli.Text1(0));
+    press(9);
+    press(11);
+    EXPECT_EQ(cli.Text3(3).text(), u"11-222-333-0001/81"_s);
+    // Saved without a visit to the box the formatted text is what is stored, and shown ever after.
+    press(10);
+    press(2);
+    press(1);
+    EXPECT_EQ(stored(u"0000001"_s, u"cpf"_s), u"111-444-777/35"_s);
+    EXPECT_EQ(cli.Text3(3).text(), u"111-444-777/35"_s);
+}
+
+TEST_F(Form1CliTest, EmptyTelephoneTakesACommaWhileThePriceIsEmpty)
+{
+    Form1Cli& cli = openRecord();
+    press(0);
+    type(cli.Text3(1), u","_s);
+    EXPECT_EQ(cli.Text3(1).text(), u","_s);
+    type(cli.Text3(0), u"5,a0"_s);
+    EXPECT_EQ(cli.Text3(0).text(), u"5,0"_s);
+    type(cli.Text3(2), u"1,2"_s);
+    EXPECT_EQ(cli.Text3(2).text(), u"12"_s);
+}
+
+TEST_F(Form1CliTest, MissingDatabaseIsToldAndTheFormCanBeLeft)
+{
+    setIni(u"Local"_s, u"Caminho"_s, folder() + u"/fora.mdb"_s);
+    expectErrorBox();
+    expectBox(u"Restaure o Banco de Dados ou Localize utilizando o Botão Localizar na tela de "
+              u"configuração do Sistema,depois reinicie o programa."_s);
+    expectBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
+    expectErrorBox();
+    Form1Cli& cli = openRecord();
+    EXPECT_TRUE(cli.isVisible());
+    press(8);
+    EXPECT_FALSE(cli.isLoaded());
+    EXPECT_TRUE(principal().StatusBar1.panel(2).startsWith(u"email:"_s));
+    EXPECT_TRUE(ends().empty());
+}
+
+TEST_F(Form1CliTest, SearchClosesTheRecordAndOpensTheDialog)
+{
+    addOrder(u"0000001"_s);
+    Form1Cli& cli = openRecord();
+    press(4);
+    EXPECT_FALSE(cli.isLoaded());
+    EXPECT_TRUE(form<Buscacli>().isVisible());
+    EXPECT_FALSE(form<Buscacli>().MSFlexGrid1.visible());
+}
+
+// The n-th call of a save or a deletion fails, for every n: both rows or none, and the form either
+// done or ready for another try.
+class Form1CliFaults : public Form1CliTest
+{
+protected:
+    void eachCall(const std::vector<int>& prepare, int button, const QStringList& done)
+    {
+        bool failed = true;
+        int n = 1;
+        for (; failed && n < 500; ++n) {
+            SCOPED_TRACE(n);
+            mainSql(u"DELETE FROM Cliente; DELETE FROM PECAAPLICADA"_s);
+            addOrder(u"0000001"_s, u"Ana"_s);
+            addOrder(u"0000002"_s, u"Beto"_s);
+            setMsgBoxForTests([](const Box& box) {
+                return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
+            });
+            openRecordAt(u"0000002"_s);
+            for (const int first : prepare)
+                press(first);
+            Form1Cli& cli = form<Form1Cli>();
+            cli.Text1(0).setText(u"Caio"_s);
+            failCall(n);
+            press(button);
+            failed = callFailed();
+            EXPECT_EQ(twins(), orders());
+            if (orders() != done) {
+                EXPECT_EQ(orders(), (QStringList{u"0000001 Ana"_s, u"0000002 Beto"_s}));
+                if (!cli.Command1(button).enabled())
+                    press(2);
+                press(button);
+                EXPECT_EQ(orders(), done);
+                EXPECT_EQ(twins(), done);
+            }
+            EXPECT_EQ(enabledOf(cli.Command1), Browsing);
+            cli.unload();
+        }
+        EXPECT_GT(n, 5);
+        EXPECT_FALSE(failed);
+    }
+};
+
+TEST_F(Form1CliFaults, NewOrder)
+{
+    eachCall({0}, 1, {u"0000001 Ana"_s, u"0000002 Beto"_s, u"0000003 Caio"_s});
+}
+
+TEST_F(Form1CliFaults, EditedOrder)
+{
+    eachCall({2}, 1, {u"0000001 Ana"_s, u"0000002 Caio"_s});
+}
+
+TEST_F(Form1CliFaults, DeletedOrder)
+{
+    eachCall({2}, 3, {u"0000001 Ana"_s});
+}
+
+} // namespace
