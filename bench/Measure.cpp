@@ -9,8 +9,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <benchmark/benchmark.h>
 #include <algorithm>
+#include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -55,13 +55,15 @@ void measure(benchmark::State& state, const std::function<void()>& prepare,
 
 } // namespace
 
-int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons, int repetitions)
+int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons,
+                   int repetitions)
 {
     benchmark::Initialize(&argc, argv);
     for (const Comparison& pair : comparisons) {
         const auto add = [&](const char* who, const auto& prepare, const auto& work) {
-            benchmark::RegisterBenchmark((pair.name + " / " + who).c_str(),
-                                         [=](benchmark::State& state) { measure(state, prepare, work); })
+            benchmark::RegisterBenchmark(
+                (pair.name + " / " + who).c_str(),
+                [=](benchmark::State& state) { measure(state, prepare, work); })
                 ->UseManualTime()
                 ->Unit(benchmark::kMillisecond)
                 ->Iterations(3)
@@ -100,7 +102,8 @@ BenchInstallation::BenchInstallation()
 
 RawFile::RawFile(const QString& path)
 {
-    if (sqlite3_open_v2(path.toUtf8().constData(), &handle_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+    if (sqlite3_open_v2(path.toUtf8().constData(), &handle_, SQLITE_OPEN_READWRITE, nullptr) !=
+        SQLITE_OK)
         std::abort();
     sqlite3_busy_timeout(handle_, 5000);
     run("PRAGMA synchronous=EXTRA");

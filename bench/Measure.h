@@ -8,9 +8,10 @@
 #include <string>
 #include <vector>
 
-// What the benchmark programs share: a pair of measurements that stand in one run, and the ratio that
-// is asked for.
-struct Comparison {
+// What the benchmark programs share: a pair of measurements that stand in one run, and the ratio
+// that is asked for.
+struct Comparison
+{
     std::string name;
     double reach; // ratio ours / baseline at most
     std::function<void()> baseline;
@@ -22,7 +23,8 @@ struct Comparison {
 
 // Runs all pairs by Google Benchmark, in turn, and prints each median and ratio. The answer is the
 // number of rows that were not reached.
-int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons, int repetitions);
+int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons,
+                   int repetitions);
 
 // An installation of its own with message boxes answered and no printer.
 class BenchInstallation
@@ -46,8 +48,8 @@ public:
     RawFile& operator=(const RawFile&) = delete;
 
     void run(const std::string& sql);
-    // Prepares the statement anew, steps through it and reads these columns (all where empty) as text;
-    // the answer is the number of rows.
+    // Prepares the statement anew, steps through it and reads these columns (all where empty) as
+    // text; the answer is the number of rows.
     int readAll(const std::string& sql, const std::vector<int>& columns = {});
 
 private:

@@ -33,7 +33,8 @@ protected:
     bool eventFilter(QObject*, QEvent* event) override
     {
         if (event->type() == QEvent::Paint)
-            QMetaObject::invokeMethod(this, [] { std::_Exit(0); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [] { std::_Exit(0); }, Qt::QueuedConnection);
         return false;
     }
 };
@@ -83,7 +84,8 @@ int main(int argc, char** argv)
     std::sort(empty.begin(), empty.end());
     std::sort(ours.begin(), ours.end());
     const double more = ours[5] - empty[5];
-    std::printf("start to first paint: empty window %.1f ms, main window %.1f ms, %.1f ms more; reach 150 %s\n",
+    std::printf("start to first paint: empty window %.1f ms, main window %.1f ms, %.1f ms more; "
+                "reach 150 %s\n",
                 empty[5], ours[5], more, more <= 150 ? "" : "MISSED");
     return more <= 150 ? 0 : 1;
 }
