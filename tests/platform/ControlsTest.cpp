@@ -175,6 +175,10 @@ TEST_F(ControlsTest, KeysPassThroughKeyPress)
     press(sample().Text1(12), Qt::Key_Return);
     EXPECT_EQ(sample().Text1(12).text(), QString()) << "Enter moves on without a line break";
     EXPECT_TRUE(sample().Text2.widget()->hasFocus());
+    enter(sample().Text1(0));
+    QKeyEvent enterKey(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(sample().Text1(0).widget(), &enterKey);
+    EXPECT_TRUE(sample().Text1(3).widget()->hasFocus()) << "before the next key is looked at";
     QTest::keyClick(sample().Text1(12).widget(), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(sample().Text1(12).text(), u"\n"_s);
     press(sample().Command1, Qt::Key_Return);

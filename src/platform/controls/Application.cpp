@@ -3,6 +3,7 @@
 #include "EventGate.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QKeyEvent>
 #include <QLibraryInfo>
 #include <QPalette>
@@ -21,6 +22,7 @@ struct ProgramState
 {
     bool running = false;
     bool ended = false;
+    int tabsToSend = 0;
     std::function<void(EndReason)> endForTests;
 };
 
@@ -69,6 +71,10 @@ void prepareApplication(QApplication& application)
 {
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(quietPalette());
+    QFont font(u"Liberation Sans"_s);
+    font.setPointSize(10);
+    font.setStyleHint(QFont::SansSerif);
+    QApplication::setFont(font);
     QApplication::setApplicationName(u"Vorbelo"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     // The words of the toolkit's own dialogs and menus; without the file they stay English.
@@ -115,8 +121,18 @@ bool programEnded()
 
 void SendKeys(const QString& keys)
 {
-    if (keys == u"{TAB}"_s)
-        QMetaObject::invokeMethod(qApp, &sendTab, Qt::QueuedConnection);
+    if (keys != u"{TAB}"_s)
+        return;
+    ++state().tabsToSend;
+    QMetaObject::invokeMethod(qApp, &deliverSentKeys, Qt::QueuedConnection);
+}
+
+void deliverSentKeys()
+{
+    while (state().tabsToSend > 0) {
+        --state().tabsToSend;
+        sendTab();
+    }
 }
 
 void DoEvents()

@@ -96,8 +96,11 @@ void FlexGrid::setColWidth(int col, int twips)
         throw RuntimeError(RuntimeError::InvalidColWidth);
     constexpr int DefaultTwips = 960;
     constexpr int TwipsPerPixel = 15;
-    view->setColumnWidth(col, (twips < 0 ? DefaultTwips : twips) / TwipsPerPixel *
-                                  view->logicalDpiX() / 96);
+    // The widths were drawn for digits of five pixels; they grow with the font in use.
+    constexpr double DrawnDigit = 5.0;
+    const double scale = view->fontMetrics().horizontalAdvance(u'0') / DrawnDigit;
+    view->setColumnWidth(
+        col, static_cast<int>((twips < 0 ? DefaultTwips : twips) * scale / TwipsPerPixel));
 }
 
 void FlexGrid::setLazyRows(int count, std::function<QString(int row, int col)> cell)
@@ -129,6 +132,9 @@ void FlexGrid::attach(FormWindow& window, QWidget* widget)
     view->setTabKeyNavigation(false);
     view->setWordWrap(false);
     view->setShowGrid(false);
+    QSizePolicy policy = view->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    view->setSizePolicy(policy);
     view->verticalHeader()->hide();
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);

@@ -1,5 +1,6 @@
 #include "FormWindow.h"
 
+#include "Application.h"
 #include "Controls.h"
 #include "EventGate.h"
 #include "Form.h"
@@ -219,7 +220,10 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
         auto* widget = qobject_cast<QWidget*>(watched);
         if (!control || !widget || replacingKey_)
             return false;
-        return keyPressed(*control, *widget, *static_cast<QKeyEvent*>(event));
+        const bool used = keyPressed(*control, *widget, *static_cast<QKeyEvent*>(event));
+        if (used)
+            deliverSentKeys();
+        return used;
     }
     case QEvent::MouseButtonRelease:
         // A click beside all rows is a click on the grid, too.
