@@ -47,8 +47,3 @@ void Connection::Close()
         recordset->discard();
     database_.reset();
 }
-
-void closeIdleDatabases()
-{
-    Database::dropIdle();
-}

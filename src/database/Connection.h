@@ -37,6 +37,3 @@ private:
     std::shared_ptr<Database> database_;
     std::vector<Recordset*> recordsets_;
 };
-
-// Closes the files that no connection uses and forgets what was read of them.
-void closeIdleDatabases();

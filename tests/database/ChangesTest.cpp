@@ -1,0 +1,164 @@
+#include "DatabaseTest.h"
+
+using ChangesTest = DatabaseTest;
+
+TEST_F(ChangesTest, NewRowStaysPendingUntilUpdateOrCancel)
+{
+    addSuppliers({u"m"_s, u"z"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR order by NOMEEMPRESA"_s);
+    table->AddNew();
+    EXPECT_TRUE(table->Fields(0).isNull());
+    table->Fields(0) = u"a"_s;
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s);
+    EXPECT_EQ(table->RecordCount(), 2);
+    for (const auto& move : {&Recordset::MoveFirst, &Recordset::MoveLast, &Recordset::MoveNext,
+                             &Recordset::MovePrevious, &Recordset::AddNew, &Recordset::Delete})
+        EXPECT_EQ(errorOf([&] { ((*table).*move)(); }), RuntimeError::NotAllowedInContext);
+    EXPECT_EQ(errorOf([&] { table->Find(u"CODIGO LIKE '*1*'"_s); }),
+              RuntimeError::NotAllowedInContext);
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s) << "the refused moves change nothing";
+
+    table->CancelUpdate();
+    EXPECT_EQ(table->Fields(0).text(), u"m"_s) << "back on the row that was current";
+
+    table->AddNew();
+    table->Fields(u"nomeEmpresa"_s) = u"a"_s;
+    table->Update();
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s);
+    EXPECT_EQ(table->RecordCount(), 3);
+    table->MoveNext();
+    EXPECT_TRUE(table->eof()) << "an addition stands at the end, whatever the order";
+    table->MoveFirst();
+    EXPECT_EQ(column(*table), (QStringList{u"m"_s, u"z"_s, u"a"_s}));
+    EXPECT_EQ(column(*open(u"SELECT * FROM FORNECEDOR order by NOMEEMPRESA"_s)),
+              (QStringList{u"a"_s, u"m"_s, u"z"_s}));
+}
+
+TEST_F(ChangesTest, NewRowInAnEmptyTableIsNeitherAtBofNorAtEof)
+{
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    EXPECT_TRUE(table->bof() && table->eof());
+    table->AddNew();
+    EXPECT_FALSE(table->bof() || table->eof());
+    table->CancelUpdate();
+    EXPECT_TRUE(table->bof() && table->eof());
+    table->AddNew();
+    table->Update();
+    EXPECT_EQ(stored(u"count(*), NOMEEMPRESA"_s), QStringList{u"1"_s});
+    EXPECT_TRUE(table->Fields(0).isNull());
+}
+
+TEST_F(ChangesTest, RefusedNullKeepsTheNewRowPending)
+{
+    auto table = open(u"SELECT * FROM Pecas order by codigo"_s);
+    table->AddNew();
+    table->Fields(0) = u"0000001"_s;
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::MultipleStep);
+    EXPECT_EQ(errorOf([&] { table->MoveFirst(); }), RuntimeError::NotAllowedInContext);
+    table->Fields(u"DESCRICAO"_s) = u""_s;
+    table->Update();
+    EXPECT_EQ(stored(u"CODIGO"_s, u"Pecas"_s), QStringList{u"0000001"_s});
+}
+
+TEST_F(ChangesTest, EditIsWrittenByUpdateOrByAMoveAndCancelled)
+{
+    addSuppliers({u"a"_s, u"b"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    table->Fields(1) = u"x"_s;
+    table->CancelUpdate();
+    EXPECT_TRUE(table->Fields(1).isNull());
+    table->Fields(1) = u"y"_s;
+    table->MoveNext();
+    table->Fields(1) = u"z"_s;
+    table->Update();
+    table->Update(); // nothing pending: nothing happens
+    EXPECT_EQ(stored(u"NOMEFORNECEDOR"_s), (QStringList{u"y"_s, u"z"_s}));
+    table->MoveNext();
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::NoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { table->Fields(0) = u"x"_s; }), RuntimeError::NoCurrentRecord);
+}
+
+// A form opened at eight that saves at ten must not put its old text over what the bench wrote at
+// nine; it may not save over what was written while it stood on the row.
+TEST_F(ChangesTest, OnlyChangedFieldsAreWrittenAndOnlyOverTheRowAsItBecameCurrent)
+{
+    addSuppliers({u"a"_s, u"b"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='2'"_s);
+    table->MoveNext();
+    EXPECT_TRUE(table->Fields(2).isNull()) << "a static recordset shows the moment of its opening";
+    for (int field : {0, 1, 2, 3})
+        table->Fields(field) = field == 1 ? Value(u"new"_s) : table->Fields(field).value();
+    table->Update();
+    EXPECT_EQ(stored(u"NOMEFORNECEDOR || SITE"_s), (QStringList{u"NULL"_s, u"newbench"_s}));
+
+    mainSql(u"UPDATE FORNECEDOR SET SITE='again' WHERE CODIGO='2'"_s);
+    table->Fields(1) = u"newer"_s;
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(table->Fields(1).text(), u"new"_s) << "the failed edit is dropped";
+    EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(stored(u"NOMEFORNECEDOR || SITE"_s), (QStringList{u"NULL"_s, u"newagain"_s}));
+
+    table->retakeVersion();
+    table->Fields(1) = u"newer"_s;
+    table->Update();
+    EXPECT_EQ(stored(u"NOMEFORNECEDOR || SITE"_s), (QStringList{u"NULL"_s, u"neweragain"_s}));
+}
+
+TEST_F(ChangesTest, RowsOfOtherStationsAndOtherPairsAreProtected)
+{
+    addSuppliers({u"a"_s, u"b"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    auto other = open(u"SELECT * FROM FORNECEDOR"_s);
+    other->Fields(1) = u"first"_s;
+    other->Update();
+    table->Fields(1) = u"second"_s;
+    EXPECT_EQ(errorOf([&] { table->MoveNext(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s) << "the move that failed leaves the position";
+    table->MoveNext();
+
+    mainSql(u"DELETE FROM FORNECEDOR WHERE CODIGO='2'"_s);
+    mainSql(u"INSERT INTO FORNECEDOR(NOMEEMPRESA) VALUES('b')"_s);
+    table->Fields(1) = u"x"_s;
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::RowChanged);
+    // Going there again finds it gone as well, and never another row under its id.
+    table->MoveFirst();
+    table->MoveNext();
+    table->Fields(1) = u"x"_s;
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(stored(u"NOMEFORNECEDOR"_s), (QStringList{u"first"_s, u"NULL"_s}));
+}
+
+TEST_F(ChangesTest, ReadOnlyAndClosedRecordsetsRefuse)
+{
+    addSuppliers({u"a"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s, CursorType::Static, LockType::ReadOnly);
+    EXPECT_EQ(errorOf([&] { table->Fields(0) = u"x"_s; }), RuntimeError::NotSupported);
+    EXPECT_EQ(errorOf([&] { table->AddNew(); }), RuntimeError::NotSupported);
+    EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::NotSupported);
+    EXPECT_EQ(errorOf([&] { table->Fields(10); }), RuntimeError::NoSuchItem);
+    EXPECT_EQ(errorOf([&] { table->Fields(u"nada"_s); }), RuntimeError::NoSuchItem);
+
+    const auto connection = connect(mainFile());
+    EXPECT_EQ(errorOf([&] { connection->Open(u"Data Source="_s + mainFile()); }),
+              RuntimeError::ObjectOpen);
+    const QString sql = u"SELECT * FROM FORNECEDOR"_s;
+    const auto reopen = [&] {
+        table->Open(sql, connection, CursorType::Static, LockType::Optimistic);
+    };
+    EXPECT_EQ(errorOf(reopen), RuntimeError::ObjectOpen);
+    table->Close();
+    EXPECT_EQ(errorOf([&] { table->Close(); }), RuntimeError::ObjectClosed);
+    EXPECT_EQ(errorOf([&] { table->eof(); }), RuntimeError::ObjectClosed);
+    EXPECT_EQ(errorOf([&] { table->MoveFirst(); }), RuntimeError::ObjectClosed);
+    reopen();
+    table->AddNew();
+    connection->Close();
+    EXPECT_FALSE(table->isOpen()) << "closes with its connection, the pending row with it";
+    EXPECT_EQ(errorOf(reopen), RuntimeError::NoConnection);
+    EXPECT_EQ(errorOf([&] { connection->Close(); }), RuntimeError::ObjectClosed);
+    EXPECT_EQ(errorOf([&] { table->Open(sql, nullptr, CursorType::Static, LockType::ReadOnly); }),
+              RuntimeError::NoConnection);
+    EXPECT_EQ(stored(u"count(*)"_s), QStringList{u"1"_s});
+}

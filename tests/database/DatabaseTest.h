@@ -1,0 +1,80 @@
+#pragma once
+
+#include "FormTest.h"
+
+#include "Recordset.h"
+#include "RuntimeError.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+// A fresh installation, recordsets on it, and statements of other stations beside them.
+class DatabaseTest : public FormTest
+{
+protected:
+    static std::shared_ptr<Connection> connect(const QString& file)
+    {
+        auto connection = std::make_shared<Connection>();
+        connection->Open(u"Provider = Microsoft.Jet.OLEDB.4.0;Data Source = "_s + file);
+        return connection;
+    }
+
+    std::unique_ptr<Recordset> open(const QString& sql, CursorType cursor = CursorType::Static,
+                                    LockType lock = LockType::Optimistic)
+    {
+        auto recordset = std::make_unique<Recordset>();
+        recordset->Open(sql, connect(mainFile()), cursor, lock);
+        return recordset;
+    }
+    std::unique_ptr<Recordset> openList()
+    {
+        auto recordset = std::make_unique<Recordset>();
+        recordset->Open(u"SELECT * FROM Pecas order by CODIGO"_s, connect(listFile()),
+                        CursorType::Static, LockType::Optimistic);
+        return recordset;
+    }
+
+    // Suppliers with these names, each with its code as long as the list.
+    void addSuppliers(const QStringList& names)
+    {
+        int code = 0;
+        for (const QString& name : names)
+            mainSql(u"INSERT INTO FORNECEDOR(NOMEEMPRESA, CODIGO) VALUES(%1, '%2')"_s.arg(
+                name.isNull() ? u"NULL"_s
+                              : u"'"_s + QString(name).replace(u"'"_s, u"''"_s) + u"'"_s,
+                QString::number(++code)));
+    }
+
+    // The column from the current row on, a Null as "NULL".
+    static QStringList column(Recordset& recordset, int field = 0)
+    {
+        QStringList values;
+        for (; !recordset.eof(); recordset.MoveNext())
+            values += recordset.Fields(field).isNull() ? u"NULL"_s : recordset.Fields(field).text();
+        return values;
+    }
+
+    QStringList stored(const QString& expression, const QString& table = u"FORNECEDOR"_s) const
+    {
+        return sql(mainFile(), u"SELECT %1 FROM %2 ORDER BY rowid"_s.arg(expression, table));
+    }
+
+    // As a button would: one outermost event.
+    void event(const std::function<void()>& handler) { gate::run(form_, OnError::Silent, handler); }
+
+private:
+    Form form_{u"Teste"_s, [] { return std::make_unique<QWidget>(); }};
+};
+
+// The number of the error that the work raises; 0 where it raises none.
+template <class Work> int errorOf(const Work& work)
+{
+    try {
+        work();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}

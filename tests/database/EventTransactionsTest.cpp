@@ -1,0 +1,216 @@
+#include "DatabaseTest.h"
+
+#include "EventTransactions.h"
+#include "FailingDisk.h"
+
+namespace {
+
+class EventTransactionsTest : public DatabaseTest
+{
+protected:
+    FailingDisk disk_;
+
+    QStringList names() const { return stored(u"NOMEEMPRESA"_s); }
+
+    static void add(Recordset& table, const QString& name)
+    {
+        table.AddNew();
+        table.Fields(0) = name;
+        table.Update();
+    }
+
+    const QString suppliers_ = u"SELECT * FROM FORNECEDOR"_s;
+};
+
+} // namespace
+
+TEST_F(EventTransactionsTest, WritesOfAnEventBecomeDurableTogether)
+{
+    event([&] {
+        auto table = open(suppliers_);
+        add(*table, u"a"_s);
+        EXPECT_EQ(names(), QStringList()) << "nobody else sees half an event";
+        EXPECT_EQ(open(suppliers_)->Fields(0).text(), u"a"_s) << "this program does";
+        add(*table, u"b"_s);
+        table->Close();
+    });
+    EXPECT_EQ(names(), (QStringList{u"a"_s, u"b"_s}));
+
+    event([&] {
+        add(*open(suppliers_), u"c"_s);
+        throw RuntimeError(RuntimeError::TypeMismatch);
+    });
+    EXPECT_EQ(names().size(), 3) << "also where an error ends the event";
+
+    expectBox(u"?"_s);
+    event([&] {
+        auto table = open(suppliers_);
+        add(*table, u"d"_s);
+        MsgBox(u"?"_s);
+        EXPECT_EQ(names().size(), 4) << "and before a box";
+        {
+            const gate::NestedLoop loop;
+            event([&] {
+                add(*open(suppliers_), u"e"_s);
+                EXPECT_EQ(names().size(), 4);
+            });
+            EXPECT_EQ(names().size(), 5) << "an event of a loop in the handler is one of its own";
+        }
+        event([&] { add(*table, u"f"_s); });
+        EXPECT_EQ(names().size(), 5) << "an event fired by the handler itself is not";
+    });
+    EXPECT_EQ(names().size(), 6);
+
+    auto table = open(suppliers_);
+    add(*table, u"g"_s);
+    EXPECT_EQ(names().size(), 7) << "outside of events each write is durable by itself";
+}
+
+TEST_F(EventTransactionsTest, EditWithoutUpdateEndsWithItsEvent)
+{
+    addSuppliers({u"a"_s});
+    auto table = open(suppliers_);
+    event([&] { table->Fields(0) = u"left"_s; });
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s);
+    table->Update();
+    EXPECT_EQ(names(), QStringList{u"a"_s});
+
+    expectBox(u"?"_s);
+    event([&] {
+        table->Fields(0) = u"kept"_s;
+        MsgBox(u"?"_s);
+        {
+            const gate::NestedLoop loop;
+            event([] {});
+        }
+        EXPECT_EQ(table->Fields(0).text(), u"kept"_s) << "a box in the middle does not end it";
+        table->Update();
+    });
+    EXPECT_EQ(names(), QStringList{u"kept"_s});
+
+    event([&] { table->AddNew(); });
+    EXPECT_EQ(errorOf([&] { table->MoveFirst(); }), RuntimeError::NotAllowedInContext)
+        << "a new row outlives its event";
+}
+
+TEST_F(EventTransactionsTest, FullDiskUndoesTheEventAndRefusesTheRestOfIt)
+{
+    addSuppliers({u"a"_s, u"b"_s});
+    auto table = open(suppliers_);
+    auto cash = open(u"SELECT * FROM MOVIMENTO"_s);
+    auto list = openList();
+    event([&] {
+        list->AddNew();
+        list->Fields(0) = u"1"_s;
+        list->Update();
+        table->Fields(0) = u"x"_s;
+        table->Update();
+        add(*table, u"new"_s);
+        auto seesIt = open(suppliers_);
+        EXPECT_EQ(seesIt->RecordCount(), 3);
+        disk_.fillFor("GALTERIA1.mdb");
+        // Enough to spill out of the engine's own memory.
+        const QString large(3'000'000, u'x');
+        EXPECT_EQ(errorOf([&] { add(*cash, large); }), RuntimeError::EngineFault);
+        disk_.empty();
+        EXPECT_EQ(errorOf([&] { add(*open(suppliers_), u"y"_s); }), RuntimeError::EngineFault)
+            << "no later write of that event goes through alone";
+        EXPECT_EQ(table->Fields(0).text(), u"a"_s);
+        EXPECT_EQ(table->RecordCount(), 2);
+        EXPECT_EQ(seesIt->RecordCount(), 2);
+        EXPECT_EQ(list->RecordCount(), 0);
+    });
+    EXPECT_EQ(names(), (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_EQ(errorOf([&] { cash->MoveFirst(); }), RuntimeError::NotAllowedInContext)
+        << "the new row that could not be stored is still pending";
+    event([&] { cash->Fields(0) = u"short"_s, cash->Update(), add(*table, u"c"_s); });
+    EXPECT_EQ(names().size(), 3) << "the next event writes again";
+    EXPECT_EQ(stored(u"codigo"_s, u"MOVIMENTO"_s), QStringList{u"short"_s});
+}
+
+TEST_F(EventTransactionsTest, FailedCommitIsToldAndUndone)
+{
+    addSuppliers({u"a"_s});
+    auto table = open(suppliers_);
+    expectErrorBox(u"Erro nº -2147467259\nNão há espaço"_s);
+    event([&] {
+        table->Fields(0) = u"x"_s;
+        table->Update();
+        disk_.fillFor(".mdb");
+    });
+    disk_.empty();
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s);
+    EXPECT_EQ(open(suppliers_)->Fields(0).text(), u"a"_s);
+    event([&] { table->Fields(0) = u"y"_s, table->Update(); });
+    EXPECT_EQ(names(), QStringList{u"y"_s});
+}
+
+namespace {
+
+// A sale of one line: the stock in the shared file, the list in its own.
+class WriteOffTest : public EventTransactionsTest
+{
+protected:
+    WriteOffTest()
+    {
+        mainSql(u"INSERT INTO Pecas(CODIGO, ESTOQUE, DESCRICAO) VALUES('1', '5', 'Capacitor')"_s);
+        sql(listFile(), u"INSERT INTO Pecas(CODIGO, QUANTIDADE) VALUES('1', '2')"_s);
+        setListMarkResolver([this] { return mainFile(); });
+    }
+
+    void writeOff(const std::string& fullDisk)
+    {
+        auto parts = open(u"SELECT * FROM Pecas order by CODIGO"_s);
+        auto list = openList();
+        event([&] {
+            parts->Fields(u"ESTOQUE"_s) = u"3"_s;
+            parts->Update();
+            list->Delete();
+            disk_.fillFor(fullDisk);
+        });
+        disk_.empty();
+    }
+
+    QString state()
+    {
+        return stored(u"ESTOQUE"_s, u"Pecas"_s).join(u',') + u" | "_s +
+               sql(listFile(), u"SELECT CODIGO FROM Pecas"_s).join(u',');
+    }
+};
+
+} // namespace
+
+TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
+{
+    expectErrorBox();
+    writeOff("MIRANDEL1.mdb");
+    EXPECT_EQ(state(), u"3 | 1"_s) << "the shared file was first, the list's own commit failed";
+
+    // Where the shared file cannot be reached nothing is decided yet.
+    setListMarkResolver([this] { return folder() + u"/nada.mdb"_s; });
+    EXPECT_EQ(openList()->RecordCount(), 1);
+    setListMarkResolver([this] { return mainFile(); });
+    EXPECT_EQ(openList()->RecordCount(), 0);
+    EXPECT_EQ(state(), u"3 | "_s);
+
+    // The mark has served: the next list stays.
+    sql(listFile(), u"INSERT INTO Pecas(CODIGO) VALUES('2')"_s);
+    Database::dropIdle();
+    EXPECT_EQ(openList()->RecordCount(), 1);
+}
+
+TEST_F(WriteOffTest, ListStaysWhereTheSharedFileCouldNotBeWritten)
+{
+    expectErrorBox();
+    writeOff("GALTERIA1.mdb");
+    EXPECT_EQ(state(), u"5 | 1"_s);
+    EXPECT_EQ(openList()->RecordCount(), 1);
+
+    writeOff("");
+    EXPECT_EQ(state(), u"3 | "_s);
+    // Another station's list knows nothing of this mark.
+    sql(listFile(), u"INSERT INTO Pecas(CODIGO) VALUES('1')"_s);
+    sql(listFile(), u"UPDATE _lista SET id='another', geracao=0"_s);
+    Database::dropIdle();
+    EXPECT_EQ(openList()->RecordCount(), 1);
+}

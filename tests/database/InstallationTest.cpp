@@ -1,0 +1,63 @@
+#include "DatabaseTest.h"
+
+#include "Funciones.h"
+#include "Installation.h"
+#include "SampleData.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+using InstallationTest = DatabaseTest;
+
+TEST_F(InstallationTest, NothingThatExistsIsTouched)
+{
+    const QString place = folder() + u"/nova/loja"_s;
+    EXPECT_EQ(layDownInstallation(place, false).size(), 3);
+    setIni(u"Local"_s, u"Caminho"_s, u"x"_s);
+    for (const QString& name : {u"Banco.ini"_s, u"GALTERIA1.mdb"_s, u"MIRANDEL1.mdb"_s}) {
+        QFile file(place + u'/' + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("mine");
+        file.close();
+        EXPECT_EQ(layDownInstallation(place, true), QStringList());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), "mine");
+    }
+    QFile::remove(place + u"/Banco.ini"_s);
+    EXPECT_EQ(layDownInstallation(place, false), QStringList{u"Banco.ini"_s});
+    EXPECT_EQ(Funciones::LeIni(u"Local"_s, u"Caminho"_s, place + u"/Banco.ini"_s),
+              place + u"/GALTERIA1.mdb"_s);
+    EXPECT_EQ(errorOf([] { layDownInstallation(u"/proc/nada"_s, false); }),
+              RuntimeError::PathFileAccess);
+}
+
+TEST_F(InstallationTest, ExamplesAreAsAShopWouldHaveThem)
+{
+    const QString place = folder() + u"/exemplos"_s;
+    layDownInstallation(place, true);
+    const QString file = place + u"/GALTERIA1.mdb"_s;
+    const auto one = [&](const QString& statement) { return sql(file, statement).value(0); };
+    EXPECT_GE(one(u"SELECT count(*) FROM Cliente"_s).toInt(), 300);
+    EXPECT_GE(one(u"SELECT count(*) FROM Pecas"_s).toInt(), 200);
+    EXPECT_EQ(one(u"SELECT group_concat(numero) FROM Cliente"_s),
+              one(u"SELECT group_concat(NUMERO) FROM PECAAPLICADA"_s));
+    EXPECT_EQ(
+        one(u"SELECT count(*) FROM Cliente WHERE length(numero)<>7 OR numero GLOB '*[^0-9]*'"_s),
+        u"0"_s);
+    EXPECT_EQ(one(u"SELECT count(*) FROM Cliente WHERE typeof(valor)<>'integer'"_s), u"0"_s);
+    EXPECT_EQ(one(u"SELECT count(*) FROM MOVIMENTO WHERE quantidade IS NULL"_s), u"0"_s);
+    for (const QString& table : {u"FORNECEDOR"_s, u"DEFEITO"_s, u"PEDIDO"_s, u"MANUTENCAO"_s})
+        EXPECT_GT(one(u"SELECT count(*) FROM "_s + table).toInt(), 0) << table.toStdString();
+    for (const QString& document :
+         sql(file, u"SELECT cpf FROM Cliente UNION SELECT CGC FROM FORNECEDOR"_s))
+        EXPECT_TRUE(document.size() == 11 ? Funciones::ValidaCPF(document)
+                                          : Funciones::ValidaCGC(document))
+            << document.toStdString();
+
+    const QString ini = place + u"/Banco.ini"_s;
+    for (const auto& [key, value] : sampleSettings()) {
+        EXPECT_EQ(Funciones::LeIni(u"Configurar"_s, key, ini), value);
+        EXPECT_LE(value.size(), 110);
+    }
+    EXPECT_TRUE(Funciones::ValidaCGC(Funciones::LeIni(u"Configurar"_s, u"CPFCGC"_s, ini)));
+}

@@ -1,0 +1,145 @@
+#include "DatabaseTest.h"
+
+namespace {
+
+class MovesTest : public DatabaseTest
+{
+protected:
+    std::unique_ptr<Recordset> openAt(const QString& place)
+    {
+        if (place != u"both"_s)
+            addSuppliers({u"a"_s, u"b"_s, u"c"_s});
+        auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+        if (place == u"bof"_s)
+            table->MovePrevious();
+        if (place == u"eof"_s) {
+            table->MoveLast();
+            table->MoveNext();
+        }
+        if (place == u"middle"_s)
+            table->MoveNext();
+        return table;
+    }
+
+    // "a" to "c", "bof", "eof", "both", or the number of the error.
+    static QString after(Recordset& table, void (Recordset::*move)())
+    {
+        if (const int error = errorOf([&] { (table.*move)(); }))
+            return QString::number(error);
+        if (table.bof())
+            return table.eof() ? u"both"_s : u"bof"_s;
+        return table.eof() ? u"eof"_s : table.Fields(0).text();
+    }
+};
+
+} // namespace
+
+TEST_F(MovesTest, PublishedTable)
+{
+    struct Row
+    {
+        QString place, first, last, previous, next;
+    };
+    for (const Row& row : {Row{u"bof"_s, u"a"_s, u"c"_s, u"3021"_s, u"a"_s},
+                           Row{u"eof"_s, u"a"_s, u"c"_s, u"c"_s, u"3021"_s},
+                           Row{u"both"_s, u"3021"_s, u"3021"_s, u"3021"_s, u"3021"_s},
+                           Row{u"middle"_s, u"a"_s, u"c"_s, u"a"_s, u"c"_s}}) {
+        SCOPED_TRACE(row.place.toStdString());
+        mainSql(u"DELETE FROM FORNECEDOR"_s);
+        EXPECT_EQ(after(*openAt(row.place), &Recordset::MoveFirst), row.first);
+        mainSql(u"DELETE FROM FORNECEDOR"_s);
+        EXPECT_EQ(after(*openAt(row.place), &Recordset::MoveLast), row.last);
+        mainSql(u"DELETE FROM FORNECEDOR"_s);
+        EXPECT_EQ(after(*openAt(row.place), &Recordset::MovePrevious), row.previous);
+        mainSql(u"DELETE FROM FORNECEDOR"_s);
+        EXPECT_EQ(after(*openAt(row.place), &Recordset::MoveNext), row.next);
+    }
+}
+
+// Leaving the deleted row is allowed once to each side; only then nothing is left to move on.
+TEST_F(MovesTest, OnlyRowDeletedLetsBothStepsPass)
+{
+    addSuppliers({u"a"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    table->Delete();
+    EXPECT_FALSE(table->eof() || table->bof());
+    EXPECT_EQ(table->RecordCount(), 0);
+    EXPECT_EQ(errorOf([&] { table->Fields(0).value(); }), RuntimeError::NoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::NoCurrentRecord);
+    EXPECT_EQ(after(*table, &Recordset::MovePrevious), u"bof"_s);
+    EXPECT_EQ(after(*table, &Recordset::MoveNext), u"both"_s);
+    EXPECT_EQ(after(*table, &Recordset::MoveFirst), u"3021"_s);
+}
+
+TEST_F(MovesTest, DeletedRowsArePassedOverInBothDirections)
+{
+    auto table = openAt(u"middle"_s);
+    table->Delete();
+    EXPECT_EQ(after(*table, &Recordset::MovePrevious), u"a"_s);
+    EXPECT_EQ(after(*table, &Recordset::MoveNext), u"c"_s);
+    EXPECT_EQ(table->AbsolutePosition(), 2);
+    table->MoveFirst();
+    while (!table->eof()) {
+        table->Delete();
+        table->MoveNext();
+    }
+    EXPECT_EQ(table->RecordCount(), 0);
+    EXPECT_EQ(stored(u"count(*)"_s), QStringList{u"0"_s});
+}
+
+TEST_F(MovesTest, PlaceIsToldAndTakenAgain)
+{
+    auto table = openAt(u"middle"_s);
+    EXPECT_EQ(table->AbsolutePosition(), 2);
+    table->MoveLast();
+    table->setAbsolutePosition(2);
+    EXPECT_EQ(table->Fields(0).text(), u"b"_s);
+    EXPECT_EQ(errorOf([&] { table->setAbsolutePosition(4); }), RuntimeError::WrongArguments);
+    EXPECT_EQ(errorOf([&] { table->setAbsolutePosition(0); }), RuntimeError::WrongArguments);
+    table->MoveLast();
+    table->MoveNext();
+    EXPECT_EQ(table->AbsolutePosition(), 0);
+}
+
+TEST_F(MovesTest, FindLooksAtTheCurrentRowFirstAndEndsAtEof)
+{
+    addSuppliers({QString(), u""_s, u"José & Filhos"_s, u"50% a*b_c"_s, u"JOSE ltda"_s});
+    struct Row
+    {
+        QString text;
+        QString code; // empty: end of file
+    };
+    for (const Row& row : {Row{u"jos"_s, u"3"_s}, Row{u"jose"_s, u"5"_s}, Row{u"JOSÉ"_s, u"3"_s},
+                           Row{u"% a"_s, u"4"_s}, Row{u"a*b"_s, u"4"_s}, Row{u"b_c"_s, u"4"_s},
+                           Row{u"a%b"_s, u""_s}, Row{u""_s, u"2"_s}, Row{u"x"_s, u""_s}}) {
+        SCOPED_TRACE(row.text.toStdString());
+        auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+        table->Find(u"nomeempresa LIKE '*%1*'"_s.arg(row.text));
+        EXPECT_EQ(table->eof() ? u""_s : table->Fields(u"codigo"_s).text(), row.code);
+        if (table->eof()) {
+            EXPECT_EQ(errorOf([&] { table->Fields(0).value(); }), RuntimeError::NoCurrentRecord);
+        }
+    }
+
+    auto table = open(u"SELECT * FROM FORNECEDOR order by NOMEEMPRESA"_s);
+    table->MoveLast();
+    table->Find(u"CODIGO LIKE '*5*'"_s, 0);
+    EXPECT_EQ(table->Fields(0).text(), u"JOSE ltda"_s) << "the last row is looked at too";
+    table->Find(u"CODIGO LIKE '*1*'"_s);
+    EXPECT_TRUE(table->eof()) << "nothing before the current row is";
+    EXPECT_EQ(errorOf([&] { table->Find(u"CODIGO LIKE '*1*'"_s); }), RuntimeError::NoCurrentRecord);
+}
+
+TEST_F(MovesTest, FindRefusesWhatItDoesNotKnow)
+{
+    addSuppliers({u"a"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    for (const QString& wrong :
+         {u"NOMEEMPRESA LIKE '*d'água*'"_s, u"NOMEEMPRESA LIKE '*d''a*'"_s,
+          u"NOMEEMPRESA LIKE '*a'"_s, u"NOMEEMPRESA LIKE '*'"_s, u"NOMEEMPRESA = 'a'"_s,
+          u"LIKE '*a*'"_s, u""_s, u"NOMEEMPRESA LIKE '*a*' x"_s})
+        EXPECT_EQ(errorOf([&] { table->Find(wrong); }), RuntimeError::WrongArguments)
+            << wrong.toStdString();
+    EXPECT_EQ(errorOf([&] { table->Find(u"NADA LIKE '*a*'"_s); }), RuntimeError::NoSuchItem);
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s) << "a wrong criterion moves nothing";
+}
