@@ -1,0 +1,312 @@
+#include "StockTest.h"
+
+#include "Funciones.h"
+
+namespace {
+
+const QString Browsing = u"0 2 4 5 8 10 11 12 13"_s;
+const QString AllLocked = u"0 1 2 3 4 5 16"_s;
+const QString Open = u"3 16"_s; // the code stays locked
+
+class RegisterTest : public StockTest
+{
+protected:
+    static void press(int button) { click(form<Form1Pec>().Command1(button)); }
+    QStringList parts() const
+    {
+        return sql(mainFile(),
+                   u"SELECT CODIGO || '|' || LOCAL || '|' || ESTOQUE || '|' || DESCRICAO "
+                   "|| '|' || VALOR || '|' || EQUIVALENTE FROM Pecas ORDER BY CODIGO"_s);
+    }
+    static QString shown()
+    {
+        const Form1Pec& parts = form<Form1Pec>();
+        QStringList boxes;
+        for (const int box : {3, 4, 2, 0, 5, 1})
+            boxes << parts.Text1(box).text();
+        return boxes.join(u'|');
+    }
+    void remove(Answer answer = Answer::Yes)
+    {
+        expectQuestion(u"Deseja Realmente Excluir está Peça ?"_s, answer);
+        press(3);
+    }
+};
+
+TEST_F(RegisterTest, EachActionLeavesItsButtonsAndBoxes)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    addPart(u"0000002"_s, u"Diode"_s);
+    const Form1Pec& parts = openRegister();
+    struct Step
+    {
+        const char* name;
+        std::function<void()> action;
+        QString buttons;
+        QString locked;
+        QString code;
+    };
+    const std::vector<Step> steps{
+        {"load", [] {}, Browsing, AllLocked, u"0000001"_s},
+        {"new", [] { press(0); }, u"1 9"_s, Open, u"0000003"_s},
+        {"cancelled", [] { press(9); }, Browsing, AllLocked, u"0000002"_s},
+        {"editing", [] { press(2); }, u"1 3 9"_s, Open, u"0000002"_s},
+        {"not deleted", [this] { remove(Answer::No); }, u"1 3 9"_s, Open, u"0000002"_s},
+        {"saved", [] { press(1); }, Browsing, AllLocked, u"0000002"_s},
+        {"first", [] { press(12); }, u"0 2 4 5 8 11 12 13"_s, AllLocked, u"0000001"_s},
+        {"before the first", [] { press(10); }, u"0 2 4 5 8 11 12 13"_s, AllLocked, u"0000001"_s},
+        {"next", [] { press(11); }, Browsing, AllLocked, u"0000002"_s},
+        {"after the last", [] { press(11); }, u"0 2 4 5 8 10 12 13"_s, AllLocked, u"0000002"_s},
+        {"copying", [] { press(5); }, u"5"_s, AllLocked, QString()},
+        {"pasted", [] { press(5); }, u"1 9"_s, Open, u"0000003"_s},
+        {"cancelled again", [] { press(9); }, Browsing, AllLocked, u"0000002"_s},
+        {"deleted",
+         [this] {
+             press(2);
+             remove();
+         },
+         Browsing, AllLocked, u"0000001"_s},
+        {"the last one deleted",
+         [this] {
+             press(2);
+             remove();
+         },
+         u"0 8"_s, AllLocked, u"0000000"_s},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.name);
+        step.action();
+        EXPECT_EQ(enabledOf(parts.Command1), step.buttons);
+        EXPECT_EQ(lockedOf(parts.Text1), step.locked);
+        EXPECT_EQ(parts.Text1(3).text(), step.code);
+    }
+    EXPECT_EQ(gridRows(parts.MSFlexGrid1), QStringList());
+    EXPECT_EQ(shown(), u"0000000||||0,00|"_s);
+    EXPECT_EQ(parts.Text1(16).text(), u"0000000"_s);
+    EXPECT_EQ(this->parts(), QStringList());
+}
+
+TEST_F(RegisterTest, FirstPartIsNumberOneAndEmptyBoxesStoreTheirFiller)
+{
+    const Form1Pec& parts = openRegister();
+    EXPECT_EQ(enabledOf(parts.Command1), u"0 8"_s);
+    press(0);
+    press(1);
+    EXPECT_EQ(this->parts(), QStringList{u"0000001|*******|0|***************|0|**********"_s});
+    EXPECT_EQ(gridRows(parts.MSFlexGrid1),
+              QStringList{u"0000001|*******|0|***************|0,00"_s});
+    EXPECT_EQ(parts.Text1(16).text(), u"0000001"_s);
+
+    press(0);
+    type(parts.Text1(0), u"Válvula"_s);
+    type(parts.Text1(2), u"1a2"_s); // letters are filtered
+    type(parts.Text1(5), u"1.234,5x"_s);
+    press(1);
+    EXPECT_EQ(this->parts().last(), u"0000002|*******|12|Válvula|12345000|**********"_s);
+    EXPECT_EQ(gridRows(parts.MSFlexGrid1).last(), u"0000002|*******|12|Válvula|1.234,50"_s);
+}
+
+TEST_F(RegisterTest, NumberFollowsTheHighestCode)
+{
+    addPart(u"0000041"_s, u"Gap behind"_s);
+    addPart(u"0000007"_s, u"Gap before"_s);
+    openRegister();
+    press(0);
+    EXPECT_EQ(form<Form1Pec>().Text1(3).text(), u"0000042"_s);
+}
+
+TEST_F(RegisterTest, CopyBringsDescriptionAndShelfOnly)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    openRegister();
+    press(5);
+    EXPECT_EQ(shown(), u"||||0,00|"_s);
+    press(5);
+    EXPECT_EQ(shown(), u"0000002|A1||Resistor|0,00|"_s);
+    press(1);
+    EXPECT_EQ(parts().last(), u"0000002|A1|0|Resistor|0|**********"_s);
+}
+
+// The boxes keep the part just stored while the last row is current: an edit right after it stores
+// these boxes there.
+TEST_F(RegisterTest, AfterASaveTheLastRowIsCurrent)
+{
+    addPart(u"0000001"_s, u"First"_s);
+    addPart(u"0000002"_s, u"Last"_s);
+    openRegister();
+    press(2);
+    type(form<Form1Pec>().Text1(0), u"Changed"_s);
+    press(1);
+    EXPECT_EQ(shown(), u"0000001|A1|10|Changed|2,50|BC"_s);
+    press(2);
+    remove();
+    EXPECT_EQ(parts(), QStringList{u"0000001|A1|10|Changed|25000|BC"_s});
+    EXPECT_EQ(shown(), u"0000001|A1|10|Changed|2,50|BC"_s);
+}
+
+TEST_F(RegisterTest, NullPriceShowsAPointAndIsStoredSo)
+{
+    addPart(u"0000001"_s, u"No price"_s, u"NULL"_s, u"NULL"_s);
+    const Form1Pec& parts = openRegister();
+    EXPECT_EQ(shown(), u"0000001|A1||No price|0.00|BC"_s);
+    EXPECT_EQ(gridRows(parts.MSFlexGrid1), QStringList{u"0000001|A1||No price|0,00"_s});
+    press(2);
+    enter(parts.Text1(5));
+    type(parts.Text1(5), {});
+    enter(parts.Text1(1));
+    EXPECT_EQ(parts.Text1(5).text(), u"0,00"_s);
+}
+
+TEST_F(RegisterTest, FilterFollowsEqualTextsNotBoxes)
+{
+    openRegister();
+    press(0);
+    const Form1Pec& parts = form<Form1Pec>();
+    type(parts.Text1(2), u"x"_s); // empty like the description, which takes anything
+    EXPECT_EQ(parts.Text1(2).text(), u"x"_s);
+    type(parts.Text1(0), u"d"_s);
+    type(parts.Text1(1), u"e"_s);
+    type(parts.Text1(2), u"5"_s);
+    parts.Text1(5).setText(u"5"_s);
+    type(parts.Text1(5), u","_s); // equal to the stock, which takes no comma
+    EXPECT_EQ(parts.Text1(5).text(), u"5"_s);
+}
+
+TEST_F(RegisterTest, GridShowsItsPartButNotOverANewOne)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    addPart(u"0000002"_s, u"Diode"_s);
+    Form1Pec& parts = openRegister();
+    click(parts.MSFlexGrid1, 2);
+    EXPECT_EQ(parts.Text1(3).text(), u"0000002"_s);
+    parts.MSFlexGrid1.setRow(1);
+    ::press(parts.MSFlexGrid1, Qt::Key_Return);
+    EXPECT_EQ(parts.Text1(3).text(), u"0000001"_s);
+    parts.Text2.setText(u"9"_s); // found nowhere: back to the row that was current
+    EXPECT_EQ(parts.Text1(3).text(), u"0000001"_s);
+
+    press(0);
+    click(parts.MSFlexGrid1, 2);
+    EXPECT_EQ(parts.Text1(3).text(), u"0000003"_s);
+    EXPECT_EQ(parts.Text2.text(), u"9"_s);
+}
+
+// Whichever call fails: the new part is stored once, or the form stands as when the button was
+// pressed and a second press stores it.
+TEST_F(RegisterTest, SaveThatFailsCanBeTriedAgain)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    bool reached = true;
+    for (int n = 1; reached; ++n) {
+        SCOPED_TRACE(n);
+        openRegister();
+        press(0);
+        type(form<Form1Pec>().Text1(0), u"New"_s);
+        failCall(n);
+        press(1);
+        reached = callFailed();
+        if (enabledOf(form<Form1Pec>().Command1) == u"1 9"_s)
+            press(1);
+        EXPECT_EQ(parts(), (QStringList{u"0000001|A1|10|Resistor|25000|BC"_s,
+                                        u"0000002|*******|0|New|0|**********"_s}));
+        form<Form1Pec>().unload();
+        mainSql(u"DELETE FROM Pecas WHERE CODIGO <> '0000001'"_s);
+    }
+}
+
+TEST_F(RegisterTest, PartDeletedElsewhereStaysAConflictAndTheRowIsShown)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    openRegister();
+    press(2);
+    mainSql(u"UPDATE Pecas SET ESTOQUE = '3'"_s);
+    remove();
+    EXPECT_EQ(stocks(), QStringList{u"0000001 3"_s});
+    EXPECT_EQ(form<Form1Pec>().Text1(3).text(), u"0000001"_s);
+}
+
+TEST_F(RegisterTest, MissingDatabaseShowsItsBoxesAndTheFormCanBeLeft)
+{
+    setIni(u"Local"_s, u"Caminho"_s, folder() + u"/none.mdb"_s);
+    expectErrorBox();
+    expectBox(u"Restaure o Banco de Dados ou Localize utilizando o Botão Localizar na tela de "
+              "configuração do Sistema,depois reinicie o programa."_s);
+    expectBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
+    expectErrorBox();
+    openRegister();
+    EXPECT_TRUE(form<Form1Pec>().isLoaded());
+    press(8);
+    EXPECT_FALSE(form<Form1Pec>().isLoaded());
+    EXPECT_TRUE(principal().StatusBar1.panel(2).startsWith(u"email:"_s));
+    EXPECT_TRUE(ends().empty());
+}
+
+class PartSearchTest : public StockTest
+{
+protected:
+    PartSearchTest()
+    {
+        addPart(u"0000001"_s, u"Capacitor 10"_s);
+        addPart(u"0000010"_s, u"Diodo"_s, u"NULL"_s, u"NULL"_s);
+        mainSql(u"UPDATE Pecas SET EQUIVALENTE = 'Capacitor' WHERE CODIGO = '0000010'"_s);
+    }
+    static Form1pecabusca& search() { return form<Form1pecabusca>(); }
+};
+
+TEST_F(PartSearchTest, EachBoxSearchesItsFieldAndEqualTextsTheFirst)
+{
+    search().show();
+    EXPECT_FALSE(search().Command1.enabled());
+    type(search().Text4(1), u"CAPACITOR"_s);
+    EXPECT_EQ(gridRows(search().MSFlexGrid1), QStringList{u"0000001|A1|10|Capacitor 10|2,50"_s});
+    EXPECT_EQ(search().caption(), u"Buscar Peça - 1 peça encontrados"_s);
+    type(search().Text4(2), u"capacitor"_s); // of another case, so the box's own field
+    EXPECT_EQ(gridRows(search().MSFlexGrid1), QStringList{u"0000010|A1||Diodo|0,00"_s});
+    search().Text4(0).setText(u"10"_s);
+    search().Text4(1).setText(u"10"_s); // as in the code box
+    EXPECT_EQ(gridRows(search().MSFlexGrid1), QStringList{u"0000010|A1||Diodo|0,00"_s});
+    search().Text4(2).setText({}); // emptied with others filled: all parts
+    EXPECT_EQ(search().MSFlexGrid1.Rows(), 3);
+    search().Text4(0).setText({});
+    search().Text4(1).setText({});
+    EXPECT_EQ(search().MSFlexGrid1.Rows(), 1);
+    EXPECT_EQ(search().caption(), u"Buscar Peça"_s);
+    search().Text4(1).setText(u"d'"_s); // breaks the statement: silent
+    EXPECT_EQ(search().caption(), u"Buscar Peça"_s);
+}
+
+TEST_F(PartSearchTest, ClickArmsOpenAndTheRegisterTakesOver)
+{
+    QString shown;
+    onModal([&shown](Form& opened) {
+        EXPECT_FALSE(search().isLoaded());
+        shown = static_cast<Form1Pec&>(opened).Text1(3).text();
+        opened.unload();
+    });
+    search().show();
+    type(search().Text4(1), u"Diodo"_s);
+    press(search().MSFlexGrid1, Qt::Key_Return);
+    click(search().MSFlexGrid1, 0);
+    EXPECT_TRUE(search().Command1.enabled()); // a click on the heading is one on the first row
+    type(search().Text4(1), u"nothing"_s);
+    EXPECT_EQ(search().caption(), u"Buscar Peça - 0 peça encontrados"_s);
+    EXPECT_FALSE(search().Command1.enabled());
+
+    type(search().Text4(1), u"Diodo"_s);
+    click(search().MSFlexGrid1, 1);
+    type(search().Text4(1), u"Capacitor"_s); // the row is lost, the choice stays
+    click(search().Command1);
+    EXPECT_EQ(shown, u"0000010"_s);
+}
+
+TEST_F(PartSearchTest, RegisterLeavesForTheSearch)
+{
+    openRegister();
+    click(form<Form1Pec>().Command1(4));
+    EXPECT_FALSE(form<Form1Pec>().isLoaded());
+    EXPECT_TRUE(search().isVisible());
+    click(search().Command2);
+    EXPECT_FALSE(search().isLoaded());
+}
+
+} // namespace

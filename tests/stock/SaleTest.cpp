@@ -1,0 +1,219 @@
+#include "Funciones.h"
+#include "StockTest.h"
+
+#include <QFile>
+
+namespace {
+
+const QString LimitText =
+    u"Máximo 24 linhas no pedido,imprima está lista,limpe os itens da lista e "
+    "continue a incluir."_s;
+
+class SaleTest : public StockTest
+{
+protected:
+    SaleTest()
+    {
+        addPart(u"0000001"_s, u"Resistor"_s);
+        addPart(u"0000002"_s, u"Diode"_s, u"'5'"_s, u"12345600"_s);
+        addPart(u"0000003"_s, u"Null"_s, u"NULL"_s, u"NULL"_s);
+    }
+    static QString state()
+    {
+        return enabledOf(sale().Command2) + u" / "_s + enabledOf(sale().Command1) +
+               (sale().Text1(6).locked() ? u" locked"_s : u""_s);
+    }
+    static QStringList list() { return gridRows(sale().MSFlexGrid2); }
+};
+
+TEST_F(SaleTest, OnlyAClickMakesAPartSaleable)
+{
+    openSale();
+    EXPECT_EQ(state(), u" / 0 locked"_s);
+    EXPECT_EQ(gridRows(sale().MSFlexGrid1).last(), u"0000003|A1|0|Null|0,00"_s);
+    sale().MSFlexGrid1.setRow(2);
+    press(sale().MSFlexGrid1, Qt::Key_Return);
+    EXPECT_EQ(sale().Text1(3).text(), u"Diode"_s);
+    EXPECT_EQ(state(), u" / 0 locked"_s);
+    click(sale().MSFlexGrid1, 2);
+    EXPECT_EQ(state(), u"0 / 0"_s);
+    type(sale().Text1(6), {});
+    EXPECT_EQ(state(), u" / 0"_s);
+    type(sale().Text1(6), u"2,"_s);
+    EXPECT_EQ(sale().Text1(5).text(), u"2469,12"_s);
+    click(sale().Command2(0));
+    EXPECT_EQ(state(), u"0 1 2 / 0 1"_s);
+    EXPECT_EQ(lines(), QStringList{u"0000001|0000002|2|2469,12"_s});
+    EXPECT_EQ(list(), QStringList{u"0000002|A1|2|Diode|1.234,56|2.469,12|0000001"_s});
+    EXPECT_EQ(sale().Text3.text(), u"2.469,12"_s);
+    EXPECT_EQ(sale().Text5.text(), u"2"_s);
+    EXPECT_EQ(sale().Text1(6).text(), u"1"_s);
+}
+
+TEST_F(SaleTest, LinesStandInCodeOrderAndTotalsFollow)
+{
+    openSale();
+    sell(2, u"3"_s);
+    sell(1);
+    sell(3);
+    EXPECT_EQ(list(), (QStringList{u"0000001|A1|1|Resistor|2,50|2,50|0000002"_s,
+                                   u"0000002|A1|3|Diode|1.234,56|3.703,68|0000001"_s,
+                                   u"0000003|A1|1|Null|0,00|0,00|0000003"_s}));
+    EXPECT_EQ(sale().Text3.text(), u"3.706,18"_s);
+    EXPECT_EQ(sale().Text5.text(), u"5"_s);
+}
+
+TEST_F(SaleTest, ListLeftBehindComesBackWithItsTotals)
+{
+    addLine(u"0000001"_s, u"0000001"_s, u"'2'"_s, u"'5,00'"_s);
+    addLine(u"0000002"_s, u"0000002"_s, u"'abc'"_s, u"NULL"_s); // unreadable counts as nothing
+    addLine(u"0000003"_s, u"0000003"_s, u"''"_s, u"'x'"_s);
+    openSale();
+    EXPECT_EQ(list(), (QStringList{u"0000001|A1|2|Line|2,50|5,00|0000001"_s,
+                                   u"0000002|A1|abc|Line|2,50|0,00|0000002"_s,
+                                   u"0000003|A1||Line|2,50|x|0000003"_s}));
+    EXPECT_EQ(sale().Text3.text(), u"5,00"_s);
+    EXPECT_EQ(sale().Text5.text(), u"2"_s);
+    EXPECT_TRUE(sale().Command2(1).enabled());
+    sell(1);
+    EXPECT_EQ(lines().last(), u"0000004|0000001|1|2,50"_s);
+}
+
+TEST_F(SaleTest, EscTakesTheLineOutAndNumbersCanStandTwice)
+{
+    openSale();
+    sell(1);
+    sell(2);
+    sell(3);
+    click(sale().MSFlexGrid2, 1);
+    press(sale().MSFlexGrid2, Qt::Key_Escape);
+    EXPECT_EQ(sale().Text5.text(), u"2"_s);
+    sell(1);
+    EXPECT_EQ(lines(), (QStringList{u"0000002|0000002|1|1234,56"_s, u"0000003|0000003|1|0,00"_s,
+                                    u"0000003|0000001|1|2,50"_s}));
+    // Of two lines with one number the first in code order goes, whichever was meant.
+    sale().MSFlexGrid2.setRow(3);
+    press(sale().MSFlexGrid2, Qt::Key_Escape);
+    EXPECT_EQ(lines(), (QStringList{u"0000002|0000002|1|1234,56"_s, u"0000003|0000003|1|0,00"_s}));
+    press(sale().MSFlexGrid2, Qt::Key_Escape);
+    press(sale().MSFlexGrid2, Qt::Key_Escape);
+    EXPECT_EQ(lines(), QStringList());
+    EXPECT_EQ(state(), u" / 0"_s);
+    EXPECT_EQ(sale().Text3.text(), u"0,00"_s);
+    press(sale().MSFlexGrid2, Qt::Key_Escape); // the heading alone
+    EXPECT_EQ(sale().MSFlexGrid2.Rows(), 1);
+}
+
+TEST_F(SaleTest, LimitOf24LinesIsSoft)
+{
+    for (int line = 1; line <= 23; ++line)
+        addLine(u"0000001"_s, code(line));
+    openSale();
+    expectBox(LimitText);
+    sell(1);
+    EXPECT_FALSE(sale().Command2(0).enabled());
+    EXPECT_EQ(sale().Text3.text(), u"60,00"_s);
+    expectBox(LimitText);
+    sell(2); // a click opens "&Incluir" again
+    EXPECT_EQ(lines().size(), 25);
+    sale().unload();
+    expectBox(LimitText);
+    openSale();
+    EXPECT_EQ(sale().Text5.text(), u"25"_s);
+}
+
+TEST_F(SaleTest, SearchNarrowsLocksAndTheClickReopens)
+{
+    openSale();
+    sell(1);
+    type(sale().Text4(1), u"DIO"_s);
+    EXPECT_EQ(gridRows(sale().MSFlexGrid1), QStringList{u"0000002|A1|5|Diode|1.234,56"_s});
+    EXPECT_EQ(sale().caption(), u"Buscar Peça - 1 peça encontrados"_s);
+    EXPECT_EQ(state(), u" / 0 1 locked"_s);
+    click(sale().MSFlexGrid1, 1);
+    EXPECT_EQ(sale().MSFlexGrid1.Rows(), 2); // the grid keeps the search's rows
+    click(sale().Command2(0));
+    EXPECT_EQ(state(), u"0 1 2 / 0 1"_s);
+
+    sale().Text4(1).setText(u"Null"_s);
+    EXPECT_EQ(gridRows(sale().MSFlexGrid1), QStringList{u"0000003|A1||Null|"_s});
+    sale().Text4(0).setText(u"'"_s); // breaks the statement: the catalogue that was open serves on
+    EXPECT_EQ(Funciones::Tabela1->RecordCount(), 1);
+    sale().Text4(1).setText({});
+    sale().Text4(0).setText({});
+    EXPECT_EQ(sale().MSFlexGrid1.Rows(), 1);
+    EXPECT_EQ(sale().caption(), u"Buscar Peça"_s);
+}
+
+TEST_F(SaleTest, CodeEqualToTheQuantityFiresNothingBeforeThePriceIsThere)
+{
+    mainSql(u"DELETE FROM Pecas"_s);
+    addPart(u"1"_s, u"1"_s);
+    openSale();
+    click(sale().MSFlexGrid1, 1);
+    EXPECT_EQ(sale().Text1(3).text(), u"1"_s);
+    EXPECT_EQ(sale().Text1(5).text(), u"2,50"_s);
+}
+
+TEST_F(SaleTest, PartGoneSinceTheGridWasFilledCannotBeSold)
+{
+    openSale();
+    click(sale().MSFlexGrid1, 1);
+    mainSql(u"DELETE FROM Pecas WHERE CODIGO = '0000002'"_s);
+    click(sale().MSFlexGrid1, 2);
+    EXPECT_EQ(sale().Text1(0).text(), u""_s);
+    EXPECT_FALSE(sale().Command2(0).enabled());
+}
+
+TEST_F(SaleTest, ClosingAsksOnlyOverAList)
+{
+    const QString question = u"A pedido(s) feito(s),caso saia todos serão excluidos!"_s;
+    openSale();
+    click(sale().Command1(0));
+    EXPECT_FALSE(sale().isLoaded());
+    openSale();
+    sell(1);
+    expectQuestion(question, Answer::No);
+    click(sale().Command1(0));
+    EXPECT_TRUE(sale().isLoaded());
+    EXPECT_EQ(lines().size(), 1);
+    click(sale().Command1(1)); // "&Limpar" asks nothing
+    EXPECT_EQ(lines().size(), 0);
+    sell(2);
+    expectQuestion(question, Answer::Yes);
+    click(sale().Command1(0));
+    EXPECT_FALSE(sale().isLoaded());
+    EXPECT_EQ(lines().size(), 0);
+}
+
+// A line that cannot be stored shows its box and leaves nothing pending.
+TEST_F(SaleTest, LineThatFailsCanBeAddedAgain)
+{
+    bool reached = true;
+    for (int n = 1; reached; ++n) {
+        SCOPED_TRACE(n);
+        openSale();
+        click(sale().MSFlexGrid1, 1);
+        setMsgBoxForTests([](const Box&) { return Answer::Ok; });
+        failCall(n);
+        click(sale().Command2(0));
+        reached = callFailed();
+        if (lines().isEmpty())
+            click(sale().Command2(0));
+        EXPECT_EQ(lines(), QStringList{u"0000001|0000001|1|2,50"_s});
+        sale().unload();
+        sql(listFile(), u"DELETE FROM Pecas"_s);
+    }
+    EXPECT_TRUE(ends().empty());
+}
+
+TEST_F(SaleTest, MissingListUnloadsTheFormAgain)
+{
+    ASSERT_TRUE(QFile::remove(listFile()));
+    expectErrorBox();
+    openSale();
+    EXPECT_FALSE(sale().isLoaded());
+    EXPECT_TRUE(ends().empty());
+}
+
+} // namespace

@@ -1,0 +1,370 @@
+#include "RuntimeError.h"
+#include "StockTest.h"
+
+#include <QRandomGenerator>
+
+#include <algorithm>
+
+namespace {
+
+class WriteOffTest : public StockTest
+{
+protected:
+    QStringList orderCodes() const
+    {
+        QStringList codes;
+        for (const QString& order : orders())
+            codes << order.section(u'|', 0, 1);
+        return codes;
+    }
+};
+
+TEST_F(WriteOffTest, EachStockLosesItsQuantityByVal)
+{
+    struct Case
+    {
+        QString stock;
+        QString quantity;
+        QString left;
+    };
+    const std::vector<Case> cases{
+        {u"'10'"_s, u"'3'"_s, u"7"_s},       {u"'3'"_s, u"'3'"_s, u"0"_s},
+        {u"'1'"_s, u"'3'"_s, u"-2"_s},       {u"NULL"_s, u"'3'"_s, u"-3"_s},
+        {u"''"_s, u"'3'"_s, u"-3"_s},        {u"'12,5'"_s, u"'2'"_s, u"10"_s},
+        {u"'2.5'"_s, u"'1'"_s, u"1,5"_s},    {u"'1.000'"_s, u"'1'"_s, u"0"_s},
+        {u"'7 un'"_s, u"'2'"_s, u"5"_s},     {u"'4'"_s, u"NULL"_s, u"4"_s},
+        {u"'*******'"_s, u"'1'"_s, u"-1"_s},
+    };
+    QStringList left;
+    for (size_t i = 0; i < cases.size(); ++i) {
+        const QString number = code(static_cast<int>(i) + 1);
+        addPart(number, u"Part"_s, cases[i].stock);
+        addLine(number, number, cases[i].quantity);
+        left << number + u' ' + cases[i].left;
+    }
+    addOrder(u"0000001"_s, u"Part"_s);
+    openSale();
+    takeForWorkshop();
+    EXPECT_EQ(stocks(), left);
+    EXPECT_EQ(cash().size(), 11);
+    EXPECT_EQ(cash()[9], u"0000010|Line|NULL|25000|2026-03-09"_s);
+    EXPECT_EQ(cash().first(), u"0000001|Line|3|25000|2026-03-09"_s);
+    EXPECT_EQ(lines(), QStringList());
+    EXPECT_EQ(sale().Text3.text(), u"0,00"_s);
+    EXPECT_EQ(gridRows(sale().MSFlexGrid1).first(), u"0000001|A1|7|Part|2,50"_s);
+    EXPECT_EQ(sale().caption(), u"Venda de peças e acessórios     "_s +
+                                    principal().StatusBar1.panel(1) + u"  está usando"_s);
+}
+
+TEST_F(WriteOffTest, NothingIsBookedBeforeTheAnswerYes)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    openSale();
+    sell(1, u"2"_s);
+    takeForWorkshop(Answer::No);
+    print(Answer::No);
+    EXPECT_EQ(stocks(), QStringList{u"0000001 10"_s});
+    EXPECT_EQ(lines().size(), 1);
+    EXPECT_EQ(cash(), QStringList());
+    print(Answer::Yes);
+    EXPECT_EQ(stocks(), QStringList{u"0000001 8"_s});
+    EXPECT_EQ(lines(), QStringList());
+    EXPECT_EQ(cash(), QStringList{u"0000001|Resistor|2|50000|2026-03-09"_s});
+}
+
+// The click that picks a part again looks it up again, and the second line of a part counts too.
+TEST_F(WriteOffTest, SamePartTwiceCountsTwice)
+{
+    addPart(u"0000001"_s, u"First"_s);
+    addPart(u"0000002"_s, u"Second"_s);
+    openSale();
+    sell(2, u"2"_s);
+    sell(2, u"3"_s);
+    takeForWorkshop();
+    EXPECT_EQ(stocks(), (QStringList{u"0000001 10"_s, u"0000002 5"_s}));
+    EXPECT_EQ(cash().size(), 2);
+    sell(2, u"1"_s);
+    takeForWorkshop();
+    EXPECT_EQ(stocks(), (QStringList{u"0000001 10"_s, u"0000002 4"_s}));
+}
+
+TEST_F(WriteOffTest, ForeignStockIsWrittenOverOtherFieldsAreNot)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    openSale();
+    sell(1, u"2"_s);
+    mainSql(u"UPDATE Pecas SET ESTOQUE = '50', LOCAL = 'Z9'"_s);
+    takeForWorkshop();
+    EXPECT_EQ(sql(mainFile(), u"SELECT ESTOQUE || LOCAL FROM Pecas"_s), QStringList{u"8Z9"_s});
+}
+
+// The catalogue is read-only after a search, and the line taken out lights "&Imprimir" again:
+// nothing is booked and the list stays.
+TEST_F(WriteOffTest, SearchThenEscThenPrintBooksNothing)
+{
+    addPart(u"0000001"_s, u"First"_s);
+    addPart(u"0000002"_s, u"Second"_s);
+    openSale();
+    sell(1);
+    sell(2);
+    type(sale().Text4(1), u"First"_s);
+    sale().MSFlexGrid2.setRow(2);
+    press(sale().MSFlexGrid2, Qt::Key_Escape);
+    print(Answer::Yes);
+    EXPECT_EQ(stocks(), (QStringList{u"0000001 10"_s, u"0000002 10"_s}));
+    EXPECT_EQ(lines().size(), 1);
+    EXPECT_EQ(cash(), QStringList());
+    EXPECT_TRUE(ends().empty());
+}
+
+TEST_F(WriteOffTest, LineOfNoPartStopsSilentlyAfterPrintingAndEndsTheProgramForTheWorkshop)
+{
+    addPart(u"0000001"_s, u"First"_s);
+    addLine(u"0000001"_s, u"0000001"_s);
+    addLine(u"0000077"_s, u"0000002"_s);
+    openSale();
+    print(Answer::Yes);
+    // The line before it is done, the list whole: told to the shop in the manual.
+    EXPECT_EQ(stocks(), QStringList{u"0000001 9"_s});
+    EXPECT_EQ(cash().size(), 1);
+    EXPECT_EQ(lines().size(), 2);
+    EXPECT_TRUE(ends().empty());
+    expectQuestion(u"Uso interno da oficina ?"_s, Answer::Yes);
+    expectErrorBox();
+    click(sale().Command2(2));
+    EXPECT_EQ(ends(), std::vector{EndReason::Fault});
+}
+
+// Whichever call fails, no part but the line's own loses stock, stock and cash move together, and
+// the list is emptied only once all of it is booked.
+TEST_F(WriteOffTest, FailureAnywhereBooksNoWrongPart)
+{
+    bool reached = true;
+    for (int n = 1; reached; ++n) {
+        SCOPED_TRACE(n);
+        mainSql(u"DELETE FROM Pecas"_s);
+        mainSql(u"DELETE FROM MOVIMENTO"_s);
+        sql(listFile(), u"DELETE FROM Pecas"_s);
+        addPart(u"0000001"_s, u"First"_s);
+        addPart(u"0000002"_s, u"Second"_s);
+        addPart(u"0000003"_s, u"Third"_s);
+        addLine(u"0000002"_s, u"0000001"_s);
+        addLine(u"0000003"_s, u"0000002"_s);
+        openSale();
+        setMsgBoxForTests([](const Box& box) {
+            return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
+        });
+        failCall(n);
+        click(sale().Command2(1));
+        reached = callFailed();
+        const QStringList after = stocks();
+        EXPECT_EQ(after[0], u"0000001 10"_s);
+        const auto sold = std::count_if(after.begin(), after.end(),
+                                        [](const QString& row) { return row.endsWith(u" 9"_s); });
+        EXPECT_GE(cash().size(), sold);
+        EXPECT_LE(cash().size(), sold + 1); // the cash row of a line comes before its stock row
+        EXPECT_TRUE(lines().size() == 2 || sold == 2);
+        sale().unload();
+    }
+    EXPECT_TRUE(ends().empty());
+}
+
+TEST_F(WriteOffTest, PartsAtExactlyZeroAreOrderedOnceAnOpening)
+{
+    addPart(u"0000001"_s, u"Sold out now"_s, u"'1'"_s);
+    addPart(u"0000002"_s, u"Below"_s, u"'-1'"_s);
+    addPart(u"0000003"_s, u"Ordered"_s, u"'0'"_s);
+    addPart(u"0000004"_s, u"Order"_s, u"'0,00'"_s); // stands inside another order's text
+    addPart(u"0000005"_s, u"No number"_s, u"'x'"_s);
+    addPart(u"0000006"_s, u"Null"_s, u"NULL"_s);
+    addOrder(u"0000008"_s, u"Ordered"_s);
+    openSale();
+    sell(1);
+    takeForWorkshop();
+    const QStringList first{u"0000008|Ordered||"_s, u"0000009|Sold out now|09/03/2026|p.EST"_s,
+                            u"0000010|Order|09/03/2026|p.EST"_s};
+    EXPECT_EQ(orders(), first);
+    EXPECT_EQ(sale().Text13.text(), u"Order"_s);
+    EXPECT_EQ(sale().Text14.text(), u"Ordered"_s);
+    // The look-up does not see them before the form is opened again.
+    sell(2);
+    takeForWorkshop();
+    EXPECT_EQ(orderCodes().mid(3), (QStringList{u"0000011|Sold out now"_s, u"0000012|Order"_s}));
+    sale().unload();
+    openSale();
+    sell(2);
+    takeForWorkshop();
+    EXPECT_EQ(orderCodes().mid(5), QStringList{u"0000013|Order"_s}); // "Ordered" stands before it
+}
+
+// The routine as it is told, part by part and order by order.
+struct PlainOrders
+{
+    QStringList stored;
+    QString text13;
+    QString text14 = u"Text14"_s;
+    QString found;
+
+    void run(const QList<QStringList>& parts, const QStringList& orders)
+    {
+        for (const QStringList& part : parts) {
+            const QString& description = part[1];
+            if (description != text13) {
+                text13 = description;
+                look(text13, orders);
+            }
+            if (description != found && part[2] == u"0"_s)
+                stored << description;
+        }
+    }
+    void look(const QString& text, const QStringList& orders)
+    {
+        QString asked = text;
+        while (asked.startsWith(u' '))
+            asked.remove(0, 1);
+        while (asked.endsWith(u' '))
+            asked.chop(1);
+        if (asked.isEmpty() || asked.contains(u'\''))
+            return;
+        for (const QString& order : orders)
+            if (order.contains(asked, Qt::CaseInsensitive)) {
+                found = text14 = order;
+                return;
+            }
+    }
+};
+
+TEST_F(WriteOffTest, OrdersAreThoseOfTheLookUpPartByPart)
+{
+    QRandomGenerator random(7);
+    const QStringList words{u"a"_s, u"A"_s,   u"ab"_s, u"b"_s,   u"é"_s,
+                            u"É"_s, u"d'a"_s, u" "_s,  u"aba"_s, u"c"_s};
+    const auto description = [&] {
+        QString text;
+        for (int word = random.bounded(4); word > 0; --word)
+            text += words[random.bounded(static_cast<int>(words.size()))];
+        return text;
+    };
+    for (int round = 0; round < 12; ++round) {
+        SCOPED_TRACE(round);
+        QString statement = u"DELETE FROM Pecas; DELETE FROM PEDIDO; "_s;
+        const auto quoted = [](QString text) {
+            return u'\'' + text.replace(u"'"_s, u"''"_s) + u'\'';
+        };
+        QList<QStringList> parts;
+        QStringList known;
+        for (int i = 0; i < 60; ++i) {
+            parts << QStringList{code(i), description(), QString::number(random.bounded(2))};
+            statement +=
+                u"INSERT INTO Pecas (CODIGO, DESCRICAO, ESTOQUE) VALUES ('%1', %2, '%3'); "_s.arg(
+                    parts.back()[0], quoted(parts.back()[1]), parts.back()[2]);
+        }
+        for (int i = random.bounded(8); i > 0; --i) {
+            known << description();
+            statement += u"INSERT INTO PEDIDO (CODIGO, DESCRICAO) VALUES ('%1', %2); "_s.arg(
+                code(static_cast<int>(known.size())), quoted(known.back()));
+        }
+        mainSql(statement);
+        PlainOrders plain;
+        openSale();
+        for (int repeat = 0; repeat < 2; ++repeat) {
+            plain.run(parts, known);
+            gate::run(sale(), OnError::Box, [] { sale().PedidoAutomatico(); });
+            EXPECT_EQ(sql(mainFile(), u"SELECT ifnull(DESCRICAO, '') FROM PEDIDO "
+                                      "WHERE QUANTIDADE = 'p.EST' ORDER BY rowid"_s),
+                      plain.stored);
+            EXPECT_EQ(sale().Text13.text(), plain.text13);
+            EXPECT_EQ(sale().Text14.text(), plain.text14);
+        }
+        sale().unload();
+    }
+}
+
+class ReceiptTest : public StockTest
+{
+protected:
+    ReceiptTest()
+    {
+        for (const QString& key :
+             {u"Titulo"_s, u"Endereco"_s, u"Email"_s, u"Telefone"_s, u"Site"_s})
+            setIni(u"Configurar"_s, key, key.toUpper());
+        addPart(u"0000001"_s, u"Resistor"_s);
+        addPart(u"0000002"_s, u"Diode"_s, u"'5'"_s, u"12345600"_s);
+        openSale();
+        sell(1, u"10"_s);
+        sell(2);
+    }
+};
+
+TEST_F(ReceiptTest, PageReadsAsTheListAndAgainAfterNo)
+{
+    print(Answer::No);
+    const QStringList page = printed();
+    const auto rule = [](int length, QChar character) { return QString(length, character); };
+    EXPECT_EQ(page, (QStringList{
+                        u"0,0 8 "_s + rule(120, u'*') + u"qtz softwere********"_s,
+                        u"100,184 8 TITULO"_s,
+                        u"100,368 8 Endereço: ENDERECO"_s,
+                        u"7000,400 8 Tel/Fax: TELEFONE"_s,
+                        u"7000,600 8 E-mail: EMAIL"_s,
+                        u"7000,784 8 Site: SITE"_s,
+                        u"100,800 8 Data venda: 09/03/2026 14:30:00"_s,
+                        u"0,1000 8 "_s + rule(200, u'-'),
+                        u"282,1250 8 Código"_s,
+                        u"1200,1250 8 Local"_s,
+                        u"2258,1250 8 Quant"_s,
+                        u"3105,1250 8 Descrição"_s,
+                        u"7691,1250 8 Unit"_s,
+                        u"8397,1250 8 Total"_s,
+                        u"0,1450 8 "_s + rule(200, u'-'),
+                        u"282,1634 8 0000001"_s,
+                        u"1200,1634 8 A1"_s,
+                        u"2470,1634 8 10"_s,
+                        u"3105,1634 8 Resistor"_s,
+                        u"7691,1634 8 2,50"_s,
+                        u"8397,1634 8 25,00"_s,
+                        u"282,1818 8 0000002"_s,
+                        u"1200,1818 8 A1"_s,
+                        u"2540,1818 8 1"_s,
+                        u"3105,1818 8 Diode"_s,
+                        u"7409,1818 8 1.234,56"_s,
+                        u"8185,1818 8 1.234,56"_s,
+                        u"0,6400 8 "_s + rule(180, u'_'),
+                        u"282,6700 8 Total de itens: "_s,
+                        u"2399,6700 8 11"_s,
+                        u"6280,6700 8 Valor Total: "_s,
+                        u"8185,6700 8 1.259,56"_s,
+                    }));
+    EXPECT_EQ(gridRows(sale().MSFlexGrid2).size(), 3); // one empty row more
+    print(Answer::No);
+    EXPECT_EQ(printed(), page);
+    EXPECT_EQ(gridRows(sale().MSFlexGrid2).size(), 4);
+    EXPECT_EQ(documents(), 2);
+}
+
+TEST_F(ReceiptTest, PrintsFromTheClickedLineOnWithTheLineAboveAsHeading)
+{
+    click(sale().MSFlexGrid2, 2);
+    print(Answer::No);
+    const QString page = printed().join(u'\n');
+    EXPECT_FALSE(page.contains(u"Código"_s));
+    EXPECT_TRUE(page.contains(u"Resistor"_s)); // as the heading
+    EXPECT_TRUE(page.contains(u"1.259,56"_s)); // the totals are those of the whole list
+}
+
+TEST_F(ReceiptTest, PrinterThatFailsLeavesBeforeTheQuestion)
+{
+    class Broken : public PageDevice
+    {
+        void put(const std::vector<Page>&, const QString&) override
+        {
+            throw RuntimeError(RuntimeError::PrinterFault);
+        }
+    };
+    Printer::instance().setDevice(std::make_shared<Broken>());
+    click(sale().Command2(1));
+    EXPECT_EQ(lines().size(), 2);
+    EXPECT_EQ(stocks(), (QStringList{u"0000001 10"_s, u"0000002 5"_s}));
+}
+
+} // namespace
