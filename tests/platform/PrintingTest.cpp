@@ -154,6 +154,10 @@ TEST_F(PrintingTest, TabGoesToItsColumnOfThisLineOrTheNext)
          0,
          {u"Descrição longa"_s, Tab{3}, u"b"_s, Tab{9}, u"c"_s},
          {u"0,0 8 Descrição longa"_s, u"141,184 8 b"_s, u"564,184 8 c"_s}},
+        {"a column just reached is not beyond",
+         0,
+         {Tab{5}, u""_s, Tab{5}, u"a"_s},
+         {u"282,0 8 a"_s}},
         {"CurrentX beyond counts as well", 2000, {Tab{5}, u"a"_s}, {u"282,184 8 a"_s}},
         {"below 1 is 1", 0, {Tab{-3}, u"a"_s}, {u"0,0 8 a"_s}},
         {"beyond the line's columns: the rest", 0, {Tab{164}, u"a"_s}, {u"282,0 8 a"_s}},
@@ -259,7 +263,7 @@ TEST_F(PrintingTest, ThePdfHoldsItsTextsOnA4Pages)
     printer_.at(7500, 400).print(u"Tel/Fax: (11)3333-4444"_s);
     printer_.setFontBold(true);
     printer_.setFontSize(24);
-    printer_.at(8500, 1900).print(u"O.S: 0000012"_s);
+    printer_.at(8700, 1900).print(u"O.S: 0000012"_s);
     printer_.setFontSize(8);
     printer_.at(9000, 3000).print(u"Número muito comprido que passa da margem direita FIM"_s);
     printer_.NewPage();
