@@ -1,6 +1,7 @@
 #include "Application.h"
 
 #include "EventGate.h"
+#include "FormRegistry.h"
 
 #include <QApplication>
 #include <QFont>
@@ -88,6 +89,9 @@ int runApplication()
     state().running = true;
     const int status = QApplication::exec();
     state().running = false;
+    // Forms must be gone before the application object is.
+    FormRegistry::instance().clear();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return status;
 }
 

@@ -215,6 +215,20 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
             }
         return false;
     }
+    case QEvent::Shortcut: {
+        // An access key moves the focus before it presses, so that the box left can still object.
+        auto* button = qobject_cast<QAbstractButton*>(watched);
+        if (!button || static_cast<QShortcutEvent*>(event)->isAmbiguous())
+            return false;
+        button->setFocus(Qt::ShortcutFocusReason);
+        return !alive_ || widget_->focusWidget() != button;
+    }
+    case QEvent::MouseButtonPress: {
+        // The toolkit has moved the focus already; a box that took it back swallows the click.
+        const auto* button = qobject_cast<QAbstractButton*>(watched);
+        return button && (button->focusPolicy() & Qt::ClickFocus) &&
+               widget_->focusWidget() != button;
+    }
     case QEvent::KeyPress: {
         Control* control = controlOf(watched);
         auto* widget = qobject_cast<QWidget*>(watched);

@@ -17,6 +17,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QProcess>
+#include <QStringList>
+#include <QWidget>
 #include <QTableView>
 
 #include <cstdio>
@@ -118,6 +120,8 @@ int main(int argc, char** argv)
         form<Form1pecavenda>().show();
         QCoreApplication::processEvents();
         std::printf("%ld\n", peakMemory());
+        std::fflush(stdout);
+        FormRegistry::instance().clear();
         return 0;
     }
 

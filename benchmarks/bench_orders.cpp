@@ -13,9 +13,11 @@
 #include "Measure.h"
 #include "Schema.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QProcess>
 #include <QStringList>
+#include <QWidget>
 
 #include <cstdio>
 
@@ -103,6 +105,8 @@ int main(int argc, char** argv)
         form<Form1Cli>().show();
         QCoreApplication::processEvents();
         std::printf("%ld\n", peakMemory());
+        std::fflush(stdout);
+        FormRegistry::instance().clear();
         return 0;
     }
 
@@ -114,7 +118,8 @@ int main(int argc, char** argv)
     RawFile station(installation.mainFile()); // another computer
     int serial = 0;
     const auto foreignChange = [&] {
-        station.run("UPDATE Cliente SET local='P" + std::to_string(++serial) +
+        ++serial;
+        station.run("UPDATE Cliente SET local='P" + std::to_string(serial) +
                     "' WHERE rowid=" + std::to_string(1 + serial % orders));
     };
 

@@ -8,12 +8,12 @@
 #include "EventTransactions.h"
 #include "Form1principal.h"
 #include "Measure.h"
-#include "PreviousInstance.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QIcon>
 #include <QProcess>
+#include <QWidget>
 
 #include <algorithm>
 #include <cstdio>
