@@ -1,6 +1,7 @@
 #include "WorkshopTest.h"
 
 #include <QWidget>
+#include <QtTest/QTest>
 
 namespace {
 
@@ -299,6 +300,23 @@ TEST_F(Form1CliTest, DocumentsAreCheckedOnLeavingTheirBox)
     cli.TravaCampos();
     enter(cli.Text1(0));
     EXPECT_EQ(cli.Text3(3).text(), u"123"_s);
+}
+
+TEST_F(Form1CliTest, SaveByKeyOrMouseLeavesTheDocumentBoxFirst)
+{
+    Form1Cli& cli = openRecord();
+    press(0);
+    const std::vector<std::function<void()>> ways{
+        [&] { QTest::keyClick(cli.Text3(3).widget(), Qt::Key_S, Qt::AltModifier); },
+        [&] { QTest::mouseClick(cli.Command1(1).widget(), Qt::LeftButton); }};
+    for (const auto& save : ways) {
+        enter(cli.Text3(3));
+        type(cli.Text3(3), u"11144477736"_s);
+        expectBox(u"CPF com DV incorreto !!!"_s);
+        save();
+        EXPECT_TRUE(orders().isEmpty());
+        EXPECT_EQ(cli.window()->focusWidget(), cli.Text3(3).widget());
+    }
 }
 
 TEST_F(Form1CliTest, CompanyNumberStaysWholeAfterACpfWasChecked)
