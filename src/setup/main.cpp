@@ -30,7 +30,7 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(u"vorbelo-setup"_s);
 
     const QCommandLineOption examples(u"exemplos"_s);
-    const QCommandLineOption help({u"h"_s, u"help"_s, u"ajuda"_s});
+    const QCommandLineOption help(QStringList{u"h"_s, u"help"_s, u"ajuda"_s});
     QCommandLineParser parser;
     parser.addPositionalArgument(u"PASTA"_s, {});
     parser.addOptions({examples, help});
