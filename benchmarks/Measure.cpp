@@ -5,6 +5,7 @@
 #include "HostPaths.h"
 #include "Installation.h"
 #include "MsgBox.h"
+#include "ProfileFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -98,6 +99,14 @@ BenchInstallation::BenchInstallation()
         return box.buttons == BoxButtons::Ok ? Answer::Ok : Answer::Yes;
     });
     CommonDialog::setShowPrinterForTests([](const QString&) {});
+}
+
+QString BenchInstallation::otherStation() const
+{
+    layDownInstallation(other_.path(), false);
+    writeProfileString(QStringLiteral("Local"), QStringLiteral("Caminho"), mainFile(),
+                       other_.path() + QStringLiteral("/Banco.ini"));
+    return other_.path();
 }
 
 RawFile::RawFile(const QString& path)

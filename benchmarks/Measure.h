@@ -34,8 +34,12 @@ public:
     QString mainFile() const { return directory_.path() + QStringLiteral("/GALTERIA1.mdb"); }
     QString listFile() const { return directory_.path() + QStringLiteral("/MIRANDEL1.mdb"); }
 
+    // Another installation over the same shared file, for a second program beside this one.
+    QString otherStation() const;
+
 private:
     QTemporaryDir directory_;
+    QTemporaryDir other_;
 };
 
 // The engine's own interface, for baselines and for other stations.

@@ -308,7 +308,7 @@ int main(int argc, char** argv)
     closeForms();
 
     const long empty = memoryOf({u"--memory-empty"_s});
-    const long ours = memoryOf({u"--memory"_s, applicationFolder()});
+    const long ours = memoryOf({u"--memory"_s, installation.otherStation()});
     const long bound = empty + 4 * sizeOf(installation.mainFile());
     std::printf("\npeak memory with the sale form open: %ld KiB; empty window %ld + 4 x file = %ld "
                 "KiB %s\n",

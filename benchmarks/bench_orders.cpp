@@ -240,7 +240,7 @@ int main(int argc, char** argv)
     closeForms();
 
     const long empty = memoryOf({u"--memory-empty"_s});
-    const long ours = memoryOf({u"--memory"_s, applicationFolder()});
+    const long ours = memoryOf({u"--memory"_s, installation.otherStation()});
     const long file = sizeOf(installation.mainFile());
     const long bound = empty + 4 * file;
     std::printf("\npeak memory with the record form open: %ld KiB; empty window %ld + 4 x file %ld "

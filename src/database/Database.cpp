@@ -61,7 +61,7 @@ std::shared_ptr<const TableImage> Database::image(int table)
     Table& known = at(table);
     if (!known.image) {
         auto block = std::make_shared<RowBlock>(tables()[static_cast<std::size_t>(table)]);
-        storage_->readTable(table, [&block](RowView row) { block->append(row); });
+        storage_->readTable(table, [&block](const PackedRow& row) { block->append(row.bytes()); });
         block->finish();
         known.image = std::make_shared<TableImage>(std::move(block));
         known.changes.clear();

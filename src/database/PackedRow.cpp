@@ -85,8 +85,19 @@ void PackedRow::begin(qint64 id, int fields)
 {
     fields_ = fields;
     next_ = 0;
-    bytes_.assign(IdSize + static_cast<std::size_t>(fields), static_cast<char>(NullCell));
+    used_ = IdSize + static_cast<std::size_t>(fields);
+    if (bytes_.size() < used_)
+        bytes_.resize(used_);
+    std::memset(bytes_.data() + IdSize, NullCell, static_cast<std::size_t>(fields));
     setId(id);
+}
+
+void PackedRow::append(const void* content, std::size_t size)
+{
+    if (used_ + size > bytes_.size())
+        bytes_.resize(2 * (used_ + size));
+    std::memcpy(bytes_.data() + used_, content, size);
+    used_ += size;
 }
 
 void PackedRow::add(const Cell& cell)
@@ -100,12 +111,12 @@ void PackedRow::add(const Cell& cell)
             code = cell.integer == 0 ? Zero : One;
         } else {
             code = Integer;
-            bytes_.append(reinterpret_cast<const char*>(&cell.integer), sizeof cell.integer);
+            append(&cell.integer, sizeof cell.integer);
         }
         break;
     case Cell::Type::Real:
         code = Real;
-        bytes_.append(reinterpret_cast<const char*>(&cell.real), sizeof cell.real);
+        append(&cell.real, sizeof cell.real);
         break;
     case Cell::Type::Text:
         if (cell.text.size() <= LongestShortText) {
@@ -113,9 +124,10 @@ void PackedRow::add(const Cell& cell)
         } else {
             code = LongText;
             const auto length = static_cast<quint32>(cell.text.size());
-            bytes_.append(reinterpret_cast<const char*>(&length), sizeof length);
+            append(&length, sizeof length);
         }
-        bytes_.append(cell.text);
+        if (!cell.text.empty())
+            append(cell.text.data(), cell.text.size());
         break;
     }
     bytes_[IdSize + static_cast<std::size_t>(next_++)] = static_cast<char>(code);
@@ -125,5 +137,6 @@ void PackedRow::assign(RowView row)
 {
     fields_ = row.fieldCount();
     next_ = fields_;
-    bytes_.assign(row.bytes(), row.size());
+    used_ = row.size();
+    bytes_.assign(row.bytes(), used_);
 }

@@ -69,9 +69,14 @@ public:
     void assign(RowView row);
 
     RowView view() const { return {bytes_.data(), fields_}; }
+    // The bytes, whose number it knows without counting.
+    std::string_view bytes() const { return {bytes_.data(), used_}; }
 
 private:
-    std::string bytes_;
+    void append(const void* content, std::size_t size);
+
+    std::string bytes_; // room; what counts are the first so many
+    std::size_t used_ = 0;
     int fields_ = 0;
     int next_ = 0;
 };

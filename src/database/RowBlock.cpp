@@ -8,27 +8,51 @@
 namespace {
 
 constexpr std::size_t PieceSize = 256 * 1024;
+constexpr std::size_t MostSparePieces = 512;
 
-// Texts of digits alone, as all codes are, compare as they stand.
-bool allDigitsOrNull(const RowBlock& block, int field)
+std::vector<std::unique_ptr<char[]>>& sparePieces()
 {
-    for (std::size_t i = 0; i < block.size(); ++i) {
+    // Never destroyed: images may outlive it at the end of the program.
+    static auto& pieces = *new std::vector<std::unique_ptr<char[]>>;
+    return pieces;
+}
+
+// What is quickly seen of a field: texts of digits alone, as all codes are, compare as they stand,
+// and mostly lie in order already.
+struct CodeColumn
+{
+    bool areCodes = true;
+    bool ascend = true;
+};
+
+CodeColumn lookAtCodes(const RowBlock& block, int field)
+{
+    CodeColumn column;
+    Cell before;
+    for (std::size_t i = 0; i < block.size() && column.areCodes; ++i) {
         const Cell cell = block.row(i).cell(field);
-        if (cell.isNull())
-            continue;
-        if (cell.type != Cell::Type::Text ||
-            !std::all_of(cell.text.begin(), cell.text.end(),
-                         [](char c) { return c >= '0' && c <= '9'; }))
-            return false;
+        column.areCodes =
+            cell.isNull() || (cell.type == Cell::Type::Text &&
+                              std::all_of(cell.text.begin(), cell.text.end(),
+                                          [](char c) { return c >= '0' && c <= '9'; }));
+        column.ascend =
+            column.ascend && before.text <= cell.text && before.isNull() >= cell.isNull();
+        before = cell;
     }
-    return true;
+    return column;
+}
+
+RowOrder inRowOrder(std::size_t rows)
+{
+    RowOrder order(rows);
+    std::iota(order.begin(), order.end(), 0U);
+    return order;
 }
 
 // Sorts row positions by their keys; rows of equal keys stay in the order of their ids.
 template <class Key> RowOrder sorted(const std::vector<Key>& keys)
 {
-    RowOrder order(keys.size());
-    std::iota(order.begin(), order.end(), 0U);
+    RowOrder order = inRowOrder(keys.size());
     if (!std::is_sorted(keys.begin(), keys.end()))
         std::stable_sort(order.begin(), order.end(),
                          [&keys](quint32 left, quint32 right) { return keys[left] < keys[right]; });
@@ -37,17 +61,34 @@ template <class Key> RowOrder sorted(const std::vector<Key>& keys)
 
 } // namespace
 
-const char* RowArena::store(RowView row)
+RowArena::~RowArena()
 {
-    const std::size_t size = row.size();
+    for (std::unique_ptr<char[]>& piece : pieces_)
+        if (sparePieces().size() < MostSparePieces)
+            sparePieces().push_back(std::move(piece));
+}
+
+const char* RowArena::store(std::string_view bytes)
+{
+    const std::size_t size = bytes.size();
+    // A row longer than a piece stands alone.
+    if (size > PieceSize) {
+        longRows_.push_back(std::make_unique_for_overwrite<char[]>(size));
+        std::memcpy(longRows_.back().get(), row.bytes(), size);
+        return longRows_.back().get();
+    }
     if (size > free_) {
-        const std::size_t piece = std::max(size, PieceSize);
-        pieces_.push_back(std::make_unique_for_overwrite<char[]>(piece));
-        free_ = piece;
+        if (sparePieces().empty()) {
+            pieces_.push_back(std::make_unique_for_overwrite<char[]>(PieceSize));
+        } else {
+            pieces_.push_back(std::move(sparePieces().back()));
+            sparePieces().pop_back();
+        }
+        free_ = PieceSize;
         next_ = 0;
     }
     char* place = pieces_.back().get() + next_;
-    std::memcpy(place, row.bytes(), size);
+    std::memcpy(place, bytes.data(), size);
     next_ += size;
     free_ -= size;
     return place;
@@ -61,7 +102,11 @@ const RowOrder& RowBlock::order(int field) const
 
     RowOrder order;
     const FieldKind kind = table_.fields[static_cast<std::size_t>(field)].kind;
-    if (kind == FieldKind::Text && allDigitsOrNull(*this, field)) {
+    const CodeColumn codes =
+        kind == FieldKind::Text ? lookAtCodes(*this, field) : CodeColumn{false};
+    if (codes.areCodes && codes.ascend) {
+        order = inRowOrder(size());
+    } else if (codes.areCodes) {
         // Null before the empty text, and both before all digits.
         std::vector<std::pair<bool, std::string_view>> keys;
         keys.reserve(size());

@@ -8,14 +8,21 @@
 #include <string>
 #include <vector>
 
-// Room for packed rows, in large pieces that never move.
+// Room for packed rows, in large pieces that never move. Pieces given up are kept for the next
+// arena: a table read anew after each foreign change would else pay for fresh memory each time.
 class RowArena
 {
 public:
-    const char* store(RowView row);
+    RowArena() = default;
+    ~RowArena();
+    RowArena(const RowArena&) = delete;
+    RowArena& operator=(const RowArena&) = delete;
+
+    const char* store(std::string_view bytes);
 
 private:
     std::vector<std::unique_ptr<char[]>> pieces_;
+    std::vector<std::unique_ptr<char[]>> longRows_;
     std::size_t free_ = 0;
     std::size_t next_ = 0;
 };
@@ -47,7 +54,7 @@ public:
     explicit RowBlock(const TableDefinition& table) : table_(table) {}
 
     // While it is being filled.
-    void append(RowView row) { rows_.push_back(arena_.store(row)); }
+    void append(std::string_view rowBytes) { rows_.push_back(arena_.store(rowBytes)); }
     void finish() { rows_.shrink_to_fit(); }
 
     std::size_t size() const { return rows_.size(); }

@@ -46,7 +46,9 @@ SqliteHandle::SqliteHandle(const QString& path, Mode mode, const char* vfs) : pa
 {
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                       (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, vfs);
+    // One thread: the engine needs no locks of its own.
+    const int code =
+        sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags | SQLITE_OPEN_NOMUTEX, vfs);
     if (code != SQLITE_OK) {
         sqlite3_close_v2(handle_);
         handle_ = nullptr;
@@ -131,16 +133,19 @@ void SqliteStatement::reset()
 
 Cell SqliteStatement::column(int column) const
 {
-    switch (sqlite3_column_type(statement_, column)) {
+    // Asked once, since each question for a column costs a check of the whole statement; the value
+    // stays good until the next step, and the program has one thread.
+    sqlite3_value* value = sqlite3_column_value(statement_, column);
+    switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
         return Cell::null();
     case SQLITE_INTEGER:
-        return Cell::ofInteger(sqlite3_column_int64(statement_, column));
+        return Cell::ofInteger(sqlite3_value_int64(value));
     case SQLITE_FLOAT:
-        return Cell::ofReal(sqlite3_column_double(statement_, column));
+        return Cell::ofReal(sqlite3_value_double(value));
     default: {
-        const void* text = sqlite3_column_blob(statement_, column);
-        const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
+        const void* text = sqlite3_value_blob(value);
+        const auto length = static_cast<std::size_t>(sqlite3_value_bytes(value));
         return Cell::ofText({static_cast<const char*>(text), text ? length : 0});
     }
     }

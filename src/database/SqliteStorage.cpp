@@ -96,14 +96,14 @@ void SqliteStorage::pack(SqliteStatement& statement, int fields, PackedRow& row)
         row.add(statement.column(field));
 }
 
-void SqliteStorage::readTable(int table, const std::function<void(RowView)>& take)
+void SqliteStorage::readTable(int table, const std::function<void(const PackedRow&)>& take)
 {
     SqliteStatement rows(handle_, "SELECT * FROM " + name(table) + " ORDER BY rowid");
     const int fields = fieldCount(table);
     PackedRow row;
     while (rows.step()) {
         pack(rows, fields, row);
-        take(row.view());
+        take(row);
     }
 }
 

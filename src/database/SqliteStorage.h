@@ -16,7 +16,7 @@ public:
     const std::vector<TableDefinition>& tables() const override { return tables_; }
     quint64 changeCounter() override;
 
-    void readTable(int table, const std::function<void(RowView)>& take) override;
+    void readTable(int table, const std::function<void(const PackedRow&)>& take) override;
     bool readRow(int table, qint64 id, PackedRow& row) override;
 
     void beginWrite() override;

@@ -37,7 +37,7 @@ public:
     virtual quint64 changeCounter() = 0;
 
     // All rows by ascending id.
-    virtual void readTable(int table, const std::function<void(RowView)>& take) = 0;
+    virtual void readTable(int table, const std::function<void(const PackedRow&)>& take) = 0;
     // False where there is no such row.
     virtual bool readRow(int table, qint64 id, PackedRow& row) = 0;
 

@@ -100,7 +100,7 @@ std::shared_ptr<RowBlock> TableImage::merged() const
     auto block = std::make_shared<RowBlock>(block_->table());
     for (quint32 position = 0; position < end(); ++position)
         if (const RowView view = row(position); !view.isNull())
-            block->append(view);
+            block->append({view.bytes(), view.size()});
     block->finish();
     return block;
 }
