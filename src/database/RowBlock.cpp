@@ -74,7 +74,7 @@ const char* RowArena::store(std::string_view bytes)
     // A row longer than a piece stands alone.
     if (size > PieceSize) {
         longRows_.push_back(std::make_unique_for_overwrite<char[]>(size));
-        std::memcpy(longRows_.back().get(), row.bytes(), size);
+        std::memcpy(longRows_.back().get(), bytes.data(), size);
         return longRows_.back().get();
     }
     if (size > free_) {
