@@ -89,6 +89,11 @@ TEST_F(Form1CliTest, FirstOrderOfAnEmptyTableIsStoredWithItsTwin)
 {
     Form1Cli& cli = openRecord();
     press(0);
+    type(cli.Text1(0), u"Nobody"_s);
+    press(9);
+    EXPECT_EQ(cli.Text1(0).text(), QString());
+    EXPECT_EQ(cli.Text1(13).text(), u"0000000"_s);
+    press(0);
     EXPECT_EQ(cli.Text1(13).text(), u"0000001"_s);
     EXPECT_EQ(cli.Text1(14).text(), u"09/03/2026"_s);
     type(cli.Text1(0), u"Ana"_s);
@@ -419,6 +424,35 @@ protected:
         EXPECT_FALSE(failed);
     }
 };
+
+// A new row that cannot begin in both tables begins in none, and the next press begins it.
+TEST_F(Form1CliFaults, BeginningOfANewOrder)
+{
+    setMsgBoxForTests([](const Box&) { return Answer::Ok; });
+    addOrder(u"0000001"_s, u"Ana"_s);
+    int stored = 1;
+    for (const int button : {0, 5}) {
+        bool failed = true;
+        for (int n = 1; failed && n < 500; ++n) {
+            SCOPED_TRACE(n);
+            Form1Cli& cli = openRecord();
+            if (button == 5)
+                press(5);
+            failCall(n);
+            press(button);
+            failed = callFailed();
+            if (!cli.Command1(1).enabled())
+                press(button);
+            cli.Text1(0).setText(u"Ana"_s);
+            press(1);
+            EXPECT_EQ(enabledOf(cli.Command1), Browsing);
+            EXPECT_EQ(orders().size(), ++stored);
+            EXPECT_EQ(twins(), orders());
+            cli.unload();
+        }
+        EXPECT_FALSE(failed);
+    }
+}
 
 TEST_F(Form1CliFaults, NewOrder)
 {
