@@ -41,7 +41,8 @@ std::vector<Words> query(const std::string& file, const std::string& sql)
     const std::string text = message ? message : sqlite3_errstr(code);
     sqlite3_free(message);
     sqlite3_close(handle);
-    require(code == SQLITE_OK, file + ": " + text);
+    if (code != SQLITE_OK)
+        throw std::runtime_error(file + ": " + text);
     return rows;
 }
 
@@ -89,7 +90,8 @@ void SalesBook::prepare(const std::string& file)
 {
     // Stocks that come down to 0 at different times, in steps of one or two.
     query(file, "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30) "
-                "INSERT INTO Pecas SELECT NULL, printf('%07d', i), 'A1', i * 3, "
+                "INSERT INTO Pecas(CODIGO, LOCAL, ESTOQUE, DESCRICAO, VALOR, EQUIVALENTE) SELECT "
+                "printf('%07d', i), 'A1', i * 3, "
                 "printf('Peca %02d', i), 25000, '' FROM n");
     shop_ = next_ = shopOf(file);
 }

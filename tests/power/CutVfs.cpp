@@ -11,6 +11,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <random>
 #include <string>
 #include <utility>
@@ -43,6 +44,8 @@ struct Medium
     std::vector<Change> pending;
     bool isJournal = false;
     bool isWriting = false; // a journal with content
+    // A deleted file of this name, as long as the folder was not synced since.
+    std::optional<std::string> former;
 };
 
 struct Layer
@@ -50,7 +53,8 @@ struct Layer
     sqlite3_vfs* base = nullptr;
     sqlite3_vfs own{};
     const sqlite3_io_methods* baseMethods = nullptr;
-    sqlite3_io_methods ownMethods{};
+    // For each table of the layer below, whose journals know no locks.
+    std::map<const sqlite3_io_methods*, sqlite3_io_methods> ownMethods;
     cutvfs::Status* status = nullptr;
     cutvfs::Plan plan;
     std::mt19937 random;
@@ -96,8 +100,8 @@ void forget(const std::string& path, Medium& medium)
         if (medium.exists != medium.entrySynced)
             stays = layer.random() % 2 == 0;
     }
-    if (stays)
-        std::ofstream(path, std::ios::binary) << medium.synced;
+    if (stays || medium.former)
+        std::ofstream(path, std::ios::binary) << (stays ? medium.synced : *medium.former);
     else
         unlink(path.c_str());
 }
@@ -126,8 +130,10 @@ template <class Work> int changing(const Work& work)
 
 void syncFolder()
 {
-    for (auto& [path, medium] : layer.files)
+    for (auto& [path, medium] : layer.files) {
         medium.entrySynced = medium.exists;
+        medium.former.reset();
+    }
 }
 
 int doWrite(sqlite3_file* file, const void* data, int size, sqlite3_int64 at)
@@ -196,11 +202,14 @@ int doOpen(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* o
     if (path && (flags & (SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL))) {
         Medium& medium = layer.files[path];
         if (!std::filesystem::exists(path)) {
+            auto former = medium.entrySynced ? std::optional(medium.synced) : medium.former;
             medium = {};
+            medium.former = std::move(former);
         } else if (!medium.exists) {
             // Read before the engine opens it, whose locks this would drop.
             std::ifstream content(path, std::ios::binary);
-            medium = {true, true, {std::istreambuf_iterator<char>(content), {}}, {}};
+            medium.exists = medium.entrySynced = true;
+            medium.synced = {std::istreambuf_iterator<char>(content), {}};
         }
         medium.isJournal = flags & SQLITE_OPEN_MAIN_JOURNAL;
         mediumOf(file) = &medium;
@@ -211,12 +220,13 @@ int doOpen(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* o
     if (mediumOf(file))
         mediumOf(file)->exists = true;
     layer.baseMethods = file->pMethods;
-    layer.ownMethods = *file->pMethods;
-    layer.ownMethods.iVersion = 1;
-    layer.ownMethods.xWrite = doWrite;
-    layer.ownMethods.xTruncate = doTruncate;
-    layer.ownMethods.xSync = doSync;
-    file->pMethods = &layer.ownMethods;
+    sqlite3_io_methods& own = layer.ownMethods[file->pMethods];
+    own = *file->pMethods;
+    own.iVersion = 1;
+    own.xWrite = doWrite;
+    own.xTruncate = doTruncate;
+    own.xSync = doSync;
+    file->pMethods = &own;
     return code;
 }
 
