@@ -22,6 +22,7 @@ start_display() {
     openbox --sm-disable >"$work/openbox.log" 2>&1 &
     started+=($!)
     wait_for "a window manager" 20 window_manager_runs
+    pause
 }
 
 window_manager_runs() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x; }
@@ -37,6 +38,8 @@ stop_everything() {
     rm -rf "$work"
 }
 
+# picture PATTERN NAME: of one window, without its frame.
+picture() { import -window "$(window "$1")" "$out/$2.png"; }
 shot() { import -window root "$out/$road-$1.png"; }
 
 # --- waiting and checking --------------------------------------------------------------------
@@ -60,6 +63,7 @@ give_up() {
         echo "windows:"
         xdotool search --onlyvisible --name . getwindowname %@ 2>/dev/null | sort -u | sed 's/^/  /'
     fi
+    tail -n 5 "$work"/*.log "$work"/*/output 2>/dev/null || true
     exit 1
 }
 
@@ -90,14 +94,18 @@ expect_rows() {
 
 # lay_down NAME [MAIN-FILE]: a new installation; with a second argument it uses another one's file.
 lay_down() {
+    copy_program "$1"
+    "$work/$1/vorbelo-setup" >/dev/null
     local folder="$work/$1"
-    mkdir -p "$folder"
-    cp "$program_folder/vorbelo" "$program_folder/vorbelo-setup" "$folder"
-    "$folder/vorbelo-setup" ${3:+"$3"} >/dev/null
     if [[ -n ${2:-} ]]; then
         sed -i "s|^Caminho=.*|Caminho=$2\r|" "$folder/Banco.ini"
     fi
     set_ini "$1" Configurar Titulo "Oficina $1"
+}
+
+copy_program() {
+    mkdir -p "$work/$1"
+    cp "$program_folder/vorbelo" "$program_folder/vorbelo-setup" "$work/$1"
 }
 
 # set_ini NAME SECTION KEY VALUE
@@ -159,6 +167,10 @@ key() {
     for each in "$@"; do
         xdotool key "$each"
         pause
+        if [[ $each == alt+* ]]; then
+            # A button pressed by its letter acts when it springs back.
+            sleep 0.15
+        fi
     done
 }
 
