@@ -1,9 +1,12 @@
 #include "Installation.h"
 
 #include "BulkInsert.h"
+#include "Database.h"
+#include "DurableFile.h"
 #include "RuntimeError.h"
 #include "SampleData.h"
 #include "Schema.h"
+#include "Windows1252.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,13 +27,57 @@ QString iniText(const QString& mainFile, bool withExamples)
     return text;
 }
 
+// Western European, as profile files are; a folder whose name goes beyond that asks for the marked
+// wide form, or the path would lead nowhere.
+QByteArray iniBytes(const QString& text)
+{
+    const QByteArray narrow = toWindows1252(text);
+    if (fromWindows1252(narrow) == text)
+        return narrow;
+    const QString marked = QChar(QChar::ByteOrderMark) + text;
+    return {reinterpret_cast<const char*>(marked.utf16()), marked.size() * 2};
+}
+
 void writeIni(const QString& path, const QString& text)
 {
     QSaveFile file(path);
-    // Western European, as the profile file is read; these texts hold nothing beyond Latin-1.
-    const QByteArray bytes = text.toLatin1();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    const QByteArray bytes = iniBytes(text);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() ||
+        !commitDurably(file))
         throw RuntimeError(RuntimeError::PathFileAccess);
+}
+
+// A journal left alone would be taken for that of the next file of its name.
+void removeJournal(const QString& path)
+{
+    Database::dropIdle();
+    QFile::remove(path + u"-journal"_s);
+}
+
+void removeDatabase(const QString& path)
+{
+    removeJournal(path);
+    QFile::remove(path);
+}
+
+// The file gets its name only when it is whole: a main file without its first user lets nobody in,
+// and one that exists is never touched again.
+void makeDatabase(const QString& path, const std::vector<TableDefinition>& tables,
+                  const std::vector<TableRows>& rows)
+{
+    const QString partial = path + u".parcial"_s;
+    removeDatabase(partial);
+    try {
+        schema::createFile(partial, tables);
+        if (!rows.empty())
+            insertRows(partial, rows);
+        removeJournal(path);
+        if (!QFile::rename(partial, path))
+            throw RuntimeError(RuntimeError::PathFileAccess);
+    } catch (const RuntimeError&) {
+        removeDatabase(partial);
+        throw;
+    }
 }
 
 TableRows firstUser()
@@ -57,15 +104,14 @@ QStringList layDownInstallation(const QString& folder, bool withExamples)
     };
     const QString mainFile = place.absoluteFilePath(u"GALTERIA1.mdb"_s);
     if (isMissing(u"GALTERIA1.mdb"_s)) {
-        schema::createFile(mainFile, schema::mainFile());
         std::vector<TableRows> rows{firstUser()};
         if (withExamples)
             for (TableRows& group : sampleRows())
                 rows.push_back(std::move(group));
-        insertRows(mainFile, rows);
+        makeDatabase(mainFile, schema::mainFile(), rows);
     }
     if (isMissing(u"MIRANDEL1.mdb"_s))
-        schema::createFile(place.filePath(u"MIRANDEL1.mdb"_s), schema::saleListFile());
+        makeDatabase(place.filePath(u"MIRANDEL1.mdb"_s), schema::saleListFile(), {});
     if (isMissing(u"Banco.ini"_s))
         writeIni(place.filePath(u"Banco.ini"_s),
                  iniText(QDir::toNativeSeparators(mainFile), withExamples));

@@ -1,11 +1,12 @@
 #include "DatabaseTest.h"
 
+#include "../platform/FullDisk.h"
 #include "Funciones.h"
 #include "Installation.h"
 #include "SampleData.h"
 
+#include <QDir>
 #include <QFile>
-#include <QRegularExpression>
 
 using InstallationTest = DatabaseTest;
 
@@ -29,6 +30,22 @@ TEST_F(InstallationTest, NothingThatExistsIsTouched)
               place + u"/GALTERIA1.mdb"_s);
     EXPECT_EQ(errorOf([] { layDownInstallation(u"/proc/nada"_s, false); }),
               RuntimeError::PathFileAccess);
+}
+
+TEST_F(InstallationTest, FullDiskLeavesNoHalfFile)
+{
+    // The characters of the folder's name are beyond the code page of the settings.
+    const QString place = folder() + u"/łódź"_s;
+    {
+        // Room for the tables, none for the rows.
+        const FullDisk full(100'000);
+        EXPECT_EQ(errorOf([&] { layDownInstallation(place, true); }), RuntimeError::EngineFault);
+    }
+    EXPECT_EQ(QDir(place).entryList(QDir::Files), QStringList());
+    layDownInstallation(place, false);
+    EXPECT_EQ(QDir(place).entryList(QDir::Files).size(), 3);
+    const QString file = Funciones::LeIni(u"Local"_s, u"Caminho"_s, place + u"/Banco.ini"_s);
+    EXPECT_EQ(sql(file, u"SELECT USUARIO FROM VALIDAR"_s), QStringList{u"Administrador"_s});
 }
 
 TEST_F(InstallationTest, ExamplesAreAsAShopWouldHaveThem)
