@@ -115,6 +115,11 @@ TEST_F(ControlsTest, ChangeFiresInsideTheAssignmentAndOnlyForARealChange)
     EXPECT_EQ(sample().events, (QStringList{u"Change0"_s, u"Change12"_s}));
     sample().Text1(0).setMaxLength(3);
     EXPECT_EQ(sample().Text1(0).text(), u"12345"_s) << "lowering the limit leaves the text";
+    sample().on[u"Change0"_s] = [this] { sample().Text1(0).setMaxLength(8); };
+    sample().Text1(0).setText(u"12"_s);
+    sample().on.erase(u"Change0"_s);
+    sample().Text1(0).setText(u"12345678"_s);
+    EXPECT_EQ(sample().Text1(0).text(), u"12345678"_s) << "a limit set by the handler holds";
 }
 
 TEST_F(ControlsTest, AnErrorInAnEventNeverReachesTheAssignmentThatFiredIt)

@@ -33,6 +33,13 @@ int limitOf(const QWidget* widget)
     return characters > 0 && characters < Unlimited ? characters : 0;
 }
 
+// The stock box would cut a longer text, and tell of it; here lowering the limit leaves it alone.
+void narrowTo(QLineEdit& line, int characters)
+{
+    const int present = static_cast<int>(line.text().size());
+    line.setMaxLength(characters > 0 ? std::max(characters, present) : Unlimited);
+}
+
 // A locked box can be read and copied from; its ground tells that it takes no typing.
 void showLocked(QWidget& widget, bool locked)
 {
@@ -65,7 +72,8 @@ void TextBox::setText(const QString& text)
     if (auto* line = qobject_cast<QLineEdit*>(own)) {
         // In this order: the stock box would cut the old text to the limit, and tell of it.
         line->setText(cut);
-        line->setMaxLength(limit > 0 ? limit : Unlimited);
+        // A handler of the change may have set another limit, or another text.
+        narrowTo(*line, limitOf(own));
         line->home(false);
     } else if (auto* several = qobject_cast<QPlainTextEdit*>(own)) {
         several->setPlainText(cut);
@@ -105,15 +113,8 @@ void TextBox::setMaxLength(int characters)
     QWidget* own = widget();
     if (!own)
         return;
-    const QString text = textOf(own);
-    if (auto* line = qobject_cast<QLineEdit*>(own)) {
-        // The stock box would cut a longer text; here lowering the limit leaves it alone.
-        const int present = static_cast<int>(text.size());
-        if (characters > 0 && present > characters)
-            line->setMaxLength(present);
-        else
-            line->setMaxLength(characters > 0 ? characters : Unlimited);
-    }
+    if (auto* line = qobject_cast<QLineEdit*>(own))
+        narrowTo(*line, characters);
     own->setProperty(LimitProperty, characters);
 }
 
