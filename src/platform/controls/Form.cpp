@@ -29,6 +29,19 @@ std::vector<Form*>& modalForms()
     return forms;
 }
 
+// The window in use. Just after a box has closed no window is active yet: then the modal form on
+// top, else whichever form is there.
+QWidget* windowInUse()
+{
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    const std::vector<Form*> forms =
+        modalForms().empty() ? FormRegistry::instance().loadedForms() : modalForms();
+    const auto seen = std::find_if(forms.rbegin(), forms.rend(),
+                                   [](const Form* form) { return form->isVisible(); });
+    return seen == forms.rend() ? nullptr : (*seen)->window();
+}
+
 // A second form opens over the one in use, whole on its screen.
 void placeOver(QWidget& window, const QWidget* below)
 {
@@ -154,7 +167,7 @@ void Form::show(ShowStyle style)
     QWidget& window = *shown->widget();
     const bool again = window.isVisible();
     if (!again) {
-        const QWidget* below = QApplication::activeWindow();
+        const QWidget* below = windowInUse();
         placeOver(window, below);
         window.setWindowModality(style == ShowStyle::Modal ? Qt::ApplicationModal : Qt::NonModal);
         if (style == ShowStyle::Modal && below) {
