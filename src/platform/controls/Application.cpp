@@ -8,7 +8,7 @@
 #include <QKeyEvent>
 #include <QLibraryInfo>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <QTranslator>
 #include <QWidget>
 
@@ -32,6 +32,19 @@ ProgramState& state()
     static ProgramState programState;
     return programState;
 }
+
+class QuietStyle : public QProxyStyle
+{
+public:
+    QuietStyle() : QProxyStyle(u"Fusion"_s) {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override
+    {
+        return hint == SH_LineEdit_PasswordCharacter
+                   ? u'*'
+                   : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
 
 QPalette quietPalette()
 {
@@ -70,7 +83,7 @@ void sendTab()
 
 void prepareApplication(QApplication& application)
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new QuietStyle);
     QApplication::setPalette(quietPalette());
     QFont font(u"Liberation Sans"_s);
     font.setPointSize(10);
