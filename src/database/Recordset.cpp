@@ -53,8 +53,8 @@ Recordset::State& Recordset::open() const
 {
     if (!state_)
         throw RuntimeError(RuntimeError::ObjectClosed);
-    if (state_->mustReload)
-        state_->reload();
+    if (state_->mustReload || state_->mustRetake)
+        state_->recover();
     return *state_;
 }
 

@@ -62,6 +62,15 @@ void Recordset::State::reload()
         goTo(rows.placeOf(id), false, true);
 }
 
+void Recordset::State::recover()
+{
+    if (mustReload)
+        reload();
+    else if (mustRetake && lock == LockType::Optimistic && !bof && !eof && !rows.isDeleted(place))
+        takeVersion(Database::Look::Now);
+    mustRetake = false;
+}
+
 void Recordset::State::refreshDynamic()
 {
     if (cursor == CursorType::Dynamic && database->stamp(table, Database::Look::Now) != shown)
@@ -132,7 +141,7 @@ Cell Recordset::State::cell(int field) const
 
 void Recordset::State::transactionEnded(bool committed)
 {
-    if (!committed && uncertain)
-        mustReload = true;
+    if (!committed)
+        (uncertain ? mustReload : mustRetake) = true;
     uncertain = false;
 }

@@ -29,6 +29,8 @@ struct Recordset::State final : TransactionWitness, EditHolder
     // Reads the rows anew and goes back to the row that was current; to the end of the set where
     // that is gone.
     void reload();
+    // After a transaction was undone: what it wrote is shown no more, and is no row's version.
+    void recover();
     // What others wrote, for a dynamic recordset, before each of its moves.
     void refreshDynamic();
 
@@ -76,6 +78,7 @@ struct Recordset::State final : TransactionWitness, EditHolder
     RecordsetRows rows;
     Database::Stamp shown; // of the image under the rows
     bool mustReload = false;
+    bool mustRetake = false;
     // Something that is not durable yet is among the rows.
     bool uncertain = false;
 

@@ -97,6 +97,7 @@ TEST_F(EventTransactionsTest, FullDiskUndoesTheEventAndRefusesTheRestOfIt)
 {
     addSuppliers({u"a"_s, u"b"_s});
     auto table = open(suppliers_);
+    auto other = open(suppliers_);
     auto cash = open(u"SELECT * FROM MOVIMENTO"_s);
     auto list = openList();
     event([&] {
@@ -107,6 +108,7 @@ TEST_F(EventTransactionsTest, FullDiskUndoesTheEventAndRefusesTheRestOfIt)
         table->Update();
         add(*table, u"new"_s);
         auto seesIt = open(suppliers_);
+        other->MoveFirst();
         EXPECT_EQ(seesIt->RecordCount(), 3);
         disk_.fillFor("GALTERIA1.mdb");
         // Enough to spill out of the engine's own memory.
@@ -120,6 +122,8 @@ TEST_F(EventTransactionsTest, FullDiskUndoesTheEventAndRefusesTheRestOfIt)
         EXPECT_EQ(seesIt->RecordCount(), 2);
         EXPECT_EQ(list->RecordCount(), 0);
     });
+    other->Fields(1) = u"not in the way of"_s;
+    other->Update();
     EXPECT_EQ(names(), (QStringList{u"a"_s, u"b"_s}));
     EXPECT_EQ(errorOf([&] { cash->MoveFirst(); }), RuntimeError::NotAllowedInContext)
         << "the new row that could not be stored is still pending";
@@ -213,4 +217,13 @@ TEST_F(WriteOffTest, ListStaysWhereTheSharedFileCouldNotBeWritten)
     sql(listFile(), u"UPDATE _lista SET id='another', geracao=0"_s);
     Database::dropIdle();
     EXPECT_EQ(openList()->RecordCount(), 1);
+}
+
+// A write-off that stopped in the middle leaves the list whole, whatever became of its own file.
+TEST_F(WriteOffTest, ListThatWasNotEmptiedIsNotMarked)
+{
+    sql(listFile(), u"INSERT INTO Pecas(CODIGO, QUANTIDADE) VALUES('2', '1')"_s);
+    expectErrorBox();
+    writeOff("MIRANDEL1.mdb");
+    EXPECT_EQ(openList()->RecordCount(), 2);
 }
