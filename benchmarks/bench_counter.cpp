@@ -5,6 +5,7 @@
 //   itself) bench_counter --memory FOLDER  the same with the sale form open over that installation
 
 #include "Application.h"
+#include "EventGate.h"
 #include "EventTransactions.h"
 #include "Form1pecabusca.h"
 #include "Form1pecavenda.h"
@@ -18,8 +19,8 @@
 #include <QApplication>
 #include <QProcess>
 #include <QStringList>
-#include <QWidget>
 #include <QTableView>
+#include <QWidget>
 
 #include <cstdio>
 
@@ -147,13 +148,17 @@ int main(int argc, char** argv)
     const auto searchSale = [](const QString& text) {
         return [text] { form<Form1pecavenda>().Text4(1).setText(text); };
     };
-    const auto refill = [] {
-        Funciones::AbreBanco();
-        Funciones::Tabela1->Open(u"SELECT * FROM Pecas order by CODIGO"_s,
-                                 Funciones::Conexao1.shared(), CursorType::Static,
-                                 LockType::Optimistic);
-        Funciones::FlagRecarga = 2;
-        form<Form1pecavenda>().CarregaCatalogo();
+    // As in the program, where all work is done within an event.
+    const auto asEvent = [](Form& form, auto work) { gate::run(form, OnError::Box, work); };
+    const auto refill = [&] {
+        asEvent(form<Form1pecavenda>(), [] {
+            Funciones::AbreBanco();
+            Funciones::Tabela1->Open(u"SELECT * FROM Pecas order by CODIGO"_s,
+                                     Funciones::Conexao1.shared(), CursorType::Static,
+                                     LockType::Optimistic);
+            Funciones::FlagRecarga = 2;
+            form<Form1pecavenda>().CarregaCatalogo();
+        });
     };
     const auto openSale = [] { form<Form1pecavenda>().load(); };
     int row = 10;
@@ -221,7 +226,7 @@ int main(int argc, char** argv)
         {"the cash report loads 100,000 rows",
          2.5,
          [&raw] { raw.readAll("SELECT * FROM MOVIMENTO ORDER BY DATA"); },
-         [] { form<Form1relatorio>().CarregaGrid(); },
+         [&] { asEvent(form<Form1relatorio>(), [] { form<Form1relatorio>().CarregaGrid(); }); },
          {},
          [] {
              form<Form1relatorio>().Text5.setText(u"0"_s);
@@ -293,7 +298,9 @@ int main(int argc, char** argv)
                         which);
         };
     };
-    const auto automaticOrders = [] { form<Form1pecavenda>().PedidoAutomatico(); };
+    const auto automaticOrders = [&] {
+        asEvent(form<Form1pecavenda>(), [] { form<Form1pecavenda>().PedidoAutomatico(); });
+    };
     comparisons = {
         {"the automatic orders, 1 % at stock 0", 0.5, join("Pecas.ESTOQUE='0'"), automaticOrders,
          [&] { ordersOf("rowid%100=7 AND rowid<50008"); },

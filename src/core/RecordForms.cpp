@@ -175,14 +175,14 @@ QString likeQuery(const QString& selectWhere, const QString& text)
 
 void fillGrid(FlexGrid& grid, Recordset& table, const std::vector<GridColumn>& columns)
 {
-    const int columnCount = static_cast<int>(columns.size());
-    int row = grid.Rows() - 1;
-    for (; !table.eof(); table.MoveNext()) {
-        for (int column = 0; column < columnCount; ++column)
-            grid.setTextMatrix(row, column,
-                               cellText(table.Fields(columns[column].position), columns[column]));
-        grid.setRows(++row + 1);
-    }
+    grid.fillRows([&](std::vector<QString>& cells) {
+        if (table.eof())
+            return false;
+        for (size_t column = 0; column < columns.size(); ++column)
+            cells[column] = cellText(table.Fields(columns[column].position), columns[column]);
+        table.MoveNext();
+        return true;
+    });
 }
 
 bool onDataRow(const FlexGrid& grid, int keyColumn)

@@ -91,6 +91,16 @@ const std::vector<Row> rows{
     {"filled places are grouped", 5, u"0,000"_s, u"0.005"_s},
 };
 
+TEST(FormatTest, PricesShowAsTheSameNumbersDo)
+{
+    for (const qint64 money : {0LL, 49LL, 50LL, 99LL, 150LL, 9950LL, 123456789LL, 9999949LL,
+                               9999950LL, -50LL, -123456789LL, 1000000000000LL, 9999999999999999LL})
+        for (const QString& format : {formats::Money, formats::Total})
+            EXPECT_EQ(Format(Value(Value::Money{money}), format),
+                      Format(Value(Value::Money{money}).text(), format))
+                << money;
+}
+
 } // namespace
 
 TEST(Format, ShowsByTheFormat)

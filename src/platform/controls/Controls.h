@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <vector>
 
 class QWidget;
 
@@ -246,6 +247,9 @@ public:
     // Twips, 15 to a pixel at 96 dpi.
     void setColWidth(int col, int twips);
 
+    // Fills the last row and adds an empty one behind it, as long as next() gives the row's cells;
+    // the same as setTextMatrix and setRows row by row, for long lists.
+    void fillRows(const std::function<bool(std::vector<QString>& cells)>& next);
     // Rows of text computed when they are looked at, standing behind the heading; any change of a
     // cell or of Rows makes them plain rows. For long lists that nobody sees.
     void setLazyRows(int count, std::function<QString(int row, int col)> cell);

@@ -103,6 +103,16 @@ void FlexGrid::setColWidth(int col, int twips)
         col, static_cast<int>((twips < 0 ? DefaultTwips : twips) * scale / TwipsPerPixel));
 }
 
+void FlexGrid::fillRows(const std::function<bool(std::vector<QString>& cells)>& next)
+{
+    GridModel* model = modelOf(widget());
+    if (!model)
+        return;
+    std::vector<QString> cells(static_cast<size_t>(model->cols()));
+    while (next(cells))
+        model->fillLastRow(cells);
+}
+
 void FlexGrid::setLazyRows(int count, std::function<QString(int row, int col)> cell)
 {
     if (GridModel* model = modelOf(widget()))

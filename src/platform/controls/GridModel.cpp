@@ -20,8 +20,13 @@ void GridModel::packWorkRow() const
     if (workRow_ < 0 || !workRowTouched_)
         return;
     workRowTouched_ = false;
-    starts_[static_cast<size_t>(workRow_)] = static_cast<quint32>(packed_.size());
-    for (const QString& cell : workCells_) {
+    pack(workRow_, workCells_);
+}
+
+void GridModel::pack(int row, const std::vector<QString>& cells) const
+{
+    starts_[static_cast<size_t>(row)] = static_cast<quint32>(packed_.size());
+    for (const QString& cell : cells) {
         // Nearly all texts are Latin 1: one byte a character; the top bit tells of the others.
         const bool wide = std::any_of(cell.cbegin(), cell.cend(),
                                       [](QChar character) { return character.unicode() > 0xff; });
@@ -175,6 +180,23 @@ void GridModel::setText(int row, int col, const QString& text)
     work(row);
     workCells_[static_cast<size_t>(col)] = text;
     workRowTouched_ = true;
+    changed();
+}
+
+void GridModel::fillLastRow(const std::vector<QString>& cells)
+{
+    makePlain(rows_);
+    const int last = rows_ - 1;
+    if (last == 0 || workRow_ == last) {
+        for (int col = 0; col < cols_; ++col)
+            setText(last, col, cells[static_cast<size_t>(col)]);
+    } else {
+        pack(last, cells);
+    }
+    starts_.push_back(NoText);
+    ++rows_;
+    if (last == 0)
+        currentRow_ = 1;
     changed();
 }
 

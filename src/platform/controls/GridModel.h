@@ -20,6 +20,8 @@ public:
     void setCols(int cols);
     QString text(int row, int col) const;
     void setText(int row, int col, const QString& text);
+    // Writes the last row and adds an empty one.
+    void fillLastRow(const std::vector<QString>& cells);
     void setLazyRows(int count, std::function<QString(int row, int col)> cell);
     void setNumberColumns(std::vector<int> columns) { numberColumns_ = std::move(columns); }
 
@@ -44,6 +46,7 @@ private:
     void makePlain(int rows);
     void work(int row) const;
     void packWorkRow() const;
+    void pack(int row, const std::vector<QString>& cells) const;
     void unpack(int row, std::vector<QString>& cells) const;
 
     int rows_ = 2;

@@ -198,13 +198,46 @@ QString Format(double value, const QString& format)
     return formatted(Decimal::fromDouble(value), format);
 }
 
+namespace {
+
+// Prices stand in every row of a catalogue; nearly all are neither negative nor beyond a million
+// millions, and need no reading of a format.
+bool isPlainPrice(Value::Money money)
+{
+    return money.tenThousandths >= 0 && money.tenThousandths < 10'000'000'000'000'000;
+}
+
+// "#,##0.00", half away from zero.
+QString priceText(qint64 tenThousandths)
+{
+    const qint64 cents = (tenThousandths + 50) / 100;
+    char16_t text[32];
+    char16_t* const end = text + 32;
+    char16_t* place = end;
+    *--place = static_cast<char16_t>(u'0' + cents % 10);
+    *--place = static_cast<char16_t>(u'0' + cents / 10 % 10);
+    *--place = u',';
+    qint64 whole = cents / 100;
+    for (int digits = 0; digits == 0 || whole > 0; ++digits, whole /= 10) {
+        if (digits > 0 && digits % 3 == 0)
+            *--place = u'.';
+        *--place = static_cast<char16_t>(u'0' + whole % 10);
+    }
+    return QString(reinterpret_cast<const QChar*>(place), end - place);
+}
+
+} // namespace
+
 QString Format(const Value& value, const QString& format)
 {
     if (value.isNull())
         return {};
     if (const auto* text = std::get_if<QString>(&value.data()))
         return Format(*text, format);
-    if (const auto* money = std::get_if<Value::Money>(&value.data()))
+    if (const auto* money = std::get_if<Value::Money>(&value.data())) {
+        if (isPlainPrice(*money) && (format == formats::Money || format == formats::Total))
+            return priceText(money->tenThousandths);
         return formatted(Decimal::fromScaled(money->tenThousandths, 4), format);
+    }
     return Format(value.number(), format);
 }
