@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 enum class CursorType
 {
@@ -99,6 +100,11 @@ public:
     // Takes the stored version of the current row anew, keeping what this recordset shows: the next
     // Update then writes over what others stored since. Only the write-off of stock asks for it.
     void retakeVersion();
+
+    // The current row as it lies in the file, by the version that the next Update asks for,
+    // whatever this recordset shows of it. Error 3021 without a current row, 3219 while a new row
+    // is pending, -2147217864 where another had deleted it already.
+    std::vector<Value> storedValues() const;
 
 private:
     friend class Field;

@@ -87,3 +87,16 @@ void Recordset::retakeVersion()
     if (state.pending != State::Pending::NewRow)
         state.takeVersion(Database::Look::Now);
 }
+
+std::vector<Value> Recordset::storedValues() const
+{
+    const State& state = open();
+    state.requireNoNewRow();
+    state.requireRow();
+    if (!state.versionExists)
+        throw RuntimeError(RuntimeError::RowChanged);
+    std::vector<Value> values;
+    for (int field = 0; field < fieldCount(); ++field)
+        values.push_back(toValue(state.version.view().cell(field), state.kind(field)));
+    return values;
+}

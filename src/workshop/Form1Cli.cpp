@@ -54,14 +54,6 @@ void reopenTabela3(const QString& sql)
     Tabela3->Open(sql, Conexao3.shared(), CursorType::Dynamic, LockType::ReadOnly);
 }
 
-std::vector<Value> valuesOf(const ObjectVariable<Recordset>& table)
-{
-    std::vector<Value> values;
-    for (int position = 0; position < table->fieldCount(); ++position)
-        values.push_back(table->Fields(position));
-    return values;
-}
-
 void write(const ObjectVariable<Recordset>& table, const std::vector<Value>& values)
 {
     for (size_t position = 0; position < values.size(); ++position)
@@ -376,7 +368,7 @@ bool Form1Cli::GravaFicha()
     bool bothStored = false;
     try {
         if (Modo == 0)
-            before = valuesOf(Tabela1);
+            before = Tabela1->storedValues();
         fillRows();
         Tabela1->Update();
         clientStored = true;
@@ -493,7 +485,7 @@ void Form1Cli::ExcluiFicha()
     std::vector<Value> client;
     bool clientDeleted = false;
     try {
-        client = valuesOf(Tabela1);
+        client = Tabela1->storedValues();
         Tabela1->Delete();
         clientDeleted = true;
         Tabela1->MovePrevious();

@@ -209,6 +209,26 @@ TEST_F(Form1CliTest, SaveOverAnotherStationsWriteFailsOnceAndThenKeepsBoth)
     EXPECT_EQ(stored(u"0000004"_s, u"endereco || servicoexecutado"_s), u"Rua AFonte trocada"_s);
 }
 
+TEST_F(Form1CliTest, WhatTheTwinRefusesLeavesWhatOthersStored)
+{
+    addOrder(u"0000001"_s, u"Ana"_s, u"local='A1', observacao=''"_s);
+    Form1Cli& cli = openRecord();
+    // The form goes on showing the row as it stood when it opened.
+    changeOrder(u"0000001"_s, u"local='B2', observacao='Bancada'"_s);
+    for (const int button : {1, 3}) {
+        cli.Text2.setText({});
+        cli.Text2.setText(u"0000001"_s);
+        mainSql(u"UPDATE PECAAPLICADA SET CODIGO1=ifnull(CODIGO1, '') || '7'"_s);
+        press(2);
+        type(cli.Text1(0), u"Bia"_s);
+        type(cli.Text7, u"C3"_s);
+        if (button == 3)
+            expectQuestion(DeleteQuestion, Answer::Yes);
+        press(button);
+        EXPECT_EQ(stored(u"0000001"_s, u"Nome || local || observacao"_s), u"AnaB2Bancada"_s);
+    }
+}
+
 TEST_F(Form1CliTest, DeletingTakesTheTwinAndShowsTheRowThatIsCurrent)
 {
     for (const char* number : {"0000001", "0000002", "0000003"})
