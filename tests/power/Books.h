@@ -12,8 +12,7 @@ struct Failure : std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-// What the files must hold, by what a driver told. A step that it told and did not call done may
-// have become durable or not, as a whole.
+void require(bool holds, const std::string& otherwise);
 
 using Words = std::vector<std::string>;
 
@@ -21,6 +20,8 @@ using Words = std::vector<std::string>;
 std::vector<Words> query(const std::string& file, const std::string& sql);
 void requireWhole(const std::string& file);
 
+// What the files must hold, by what a driver told. A step that it told and did not call done may
+// have become durable or not, as a whole.
 class Book
 {
 public:
@@ -72,15 +73,8 @@ public:
     void compare(const std::string& file) override;
 
 private:
-    struct Order
-    {
-        std::string number;
-        std::string fields[2]; // shelf, remark: as created
-    };
     Words last_[2];
-    std::map<std::string, Order> created_;
+    std::map<std::string, Words> created_;
     std::map<std::string, std::string> edited_[2];
-    std::set<std::string> deleted_;
-    int saved_ = 0;
     int refused_ = 0;
 };
