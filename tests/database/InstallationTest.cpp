@@ -1,6 +1,6 @@
 #include "DatabaseTest.h"
 
-#include "../platform/FullDisk.h"
+#include "FullDisk.h"
 #include "Funciones.h"
 #include "Installation.h"
 #include "SampleData.h"
