@@ -154,7 +154,8 @@ void SqliteStorage::update(int table, RowView row, const std::vector<int>& field
     std::string sql = "UPDATE " + name(table) + " SET ";
     for (std::size_t i = 0; i < fields.size(); ++i) {
         const QString& field = definitions[static_cast<std::size_t>(fields[i])].name;
-        sql += (i == 0 ? "" : ",") + quoted(field.toStdString()) + "=?";
+        sql += quoted(field.toStdString());
+        sql += i + 1 < fields.size() ? "=?," : "=?";
     }
     SqliteStatement change(handle_, sql + " WHERE rowid=?");
     int parameter = 0;
