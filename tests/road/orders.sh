@@ -136,7 +136,8 @@ key alt+s
 answer '^Vorbelo$' Return
 arrive "$record"
 shot 08-clash-edit
-key Tab
+# From the button on, over the other one that is alive, to the number and the name.
+times 3 Tab
 retype 'De ambos'
 key alt+s
 expect_order 'after Yes the record of the other computer is edited' 0000007 Nome 'De ambos'
