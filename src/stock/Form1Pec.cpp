@@ -416,9 +416,15 @@ void Form1Pec::Text2_Change()
     if (code.isEmpty())
         return;
     const int place = Tabela1->AbsolutePosition();
-    Tabela1->MoveFirst();
-    Tabela1->Find(likeCriterion(u"CODIGO"_s, code));
-    if (Tabela1->eof() && place > 0)
+    bool found = false;
+    try {
+        Tabela1->MoveFirst();
+        Tabela1->Find(likeCriterion(u"CODIGO"_s, code));
+        found = !Tabela1->eof();
+    } catch (const RuntimeError&) {
+        // A text that no code can hold is not found.
+    }
+    if (!found && place > 0)
         Tabela1->setAbsolutePosition(place);
     MostraFichaPeca();
 }

@@ -182,8 +182,11 @@ TEST_F(RegisterTest, GridShowsItsPartButNotOverANewOne)
     parts.MSFlexGrid1.setRow(1);
     ::press(parts.MSFlexGrid1, Qt::Key_Return);
     EXPECT_EQ(parts.Text1(3).text(), u"0000001"_s);
-    parts.Text2.setText(u"9"_s); // found nowhere: back to the row that was current
-    EXPECT_EQ(parts.Text1(3).text(), u"0000001"_s);
+    parts.Text2.setText(u"0000002"_s);
+    parts.Text2.setText(u"'"_s); // breaks the look-up: back to the row that was current
+    EXPECT_EQ(parts.Text1(3).text(), u"0000002"_s);
+    parts.Text2.setText(u"9"_s); // found nowhere: the same
+    EXPECT_EQ(parts.Text1(3).text(), u"0000002"_s);
 
     press(0);
     click(parts.MSFlexGrid1, 2);

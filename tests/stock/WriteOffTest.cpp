@@ -197,6 +197,27 @@ TEST_F(WriteOffTest, PartsAtExactlyZeroAreOrderedOnceAnOpening)
     EXPECT_EQ(orderCodes().mid(5), QStringList{u"0000013|Order"_s}); // "Ordered" stands before it
 }
 
+TEST_F(WriteOffTest, OrderThatFailsIsMadeTheNextTime)
+{
+    addPart(u"0000001"_s, u"Sold out"_s, u"'0'"_s);
+    bool reached = true;
+    for (int n = 1; reached; ++n) {
+        SCOPED_TRACE(n);
+        openSale();
+        const auto order = [] {
+            gate::run(sale(), OnError::Box, [] { sale().PedidoAutomatico(); });
+        };
+        failCall(n);
+        order();
+        reached = callFailed();
+        if (orders().isEmpty())
+            order();
+        EXPECT_EQ(orders().size(), 1); // its code may pass one by
+        sale().unload();
+        mainSql(u"DELETE FROM PEDIDO"_s);
+    }
+}
+
 // The routine as it is told, part by part and order by order.
 struct PlainOrders
 {
