@@ -5,7 +5,6 @@
 #include "Format.h"
 #include "Funciones.h"
 #include "MsgBox.h"
-#include "Numbers.h"
 #include "RecordForms.h"
 #include "RuntimeError.h"
 
@@ -15,11 +14,6 @@ using namespace Funciones;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QString moneyCell(const Field& field)
-{
-    return field.isNull() ? u"0,00"_s : Format(field.value(), formats::Money);
-}
 
 // The date counts as there when the quantity is: the two stand together in every row of a sale, and
 // the list and the range search both rely on that pairing.
@@ -102,7 +96,7 @@ void Form1relatorio::CarregaGrid()
         Text2.setText(u"0"_s);
         while (!Tabela1->eof()) {
             comecaLinha(somas);
-            somaLinha(somas);
+            somaLinha(somas, MSFlexGrid1.Rows() - 1);
             Tabela1->MoveNext();
         }
         mostraSomas(somas);
@@ -133,7 +127,7 @@ void Form1relatorio::CarregaGridPeriodo()
             // them; only a row that is taken moves them on.
             if (somas.Text4 > start) {
                 ContadorListaAnterior = Contador;
-                somaLinha(somas);
+                somaLinha(somas, MSFlexGrid1.Rows() - 1);
             }
             Tabela1->MoveNext();
             Contador = ContadorListaAnterior + 1;
@@ -169,17 +163,22 @@ void Form1relatorio::ExcluiMovimento()
 
 Form1relatorio::Somas Form1relatorio::leSomas() const
 {
-    return {Text3.text(), Text4.text(), Text5.text(), Text6.text(), Text8.text(), Text10.text()};
+    return {{Text3.text(), formats::Total},
+            {Text5.text(), formats::Count},
+            {Text8.text(), formats::Total},
+            {Text10.text(), formats::Count},
+            Text4.text(),
+            Text6.text()};
 }
 
 void Form1relatorio::mostraSomas(const Somas& somas)
 {
-    Text3.setText(somas.Text3);
+    Text3.setText(somas.Text3.text());
     Text4.setText(somas.Text4);
-    Text5.setText(somas.Text5);
+    Text5.setText(somas.Text5.text());
     Text6.setText(somas.Text6);
-    Text8.setText(somas.Text8);
-    Text10.setText(somas.Text10);
+    Text8.setText(somas.Text8.text());
+    Text10.setText(somas.Text10.text());
 }
 
 void Form1relatorio::comecaLinha(Somas& somas) const
@@ -189,23 +188,23 @@ void Form1relatorio::comecaLinha(Somas& somas) const
     somas.Text10 = somas.Text5;
 }
 
-void Form1relatorio::somaLinha(Somas& somas)
+void Form1relatorio::somaLinha(Somas& somas, int row)
 {
     Recordset& movimento = *Tabela1.shared();
-    const int row = MSFlexGrid1.Rows() - 1;
+    const Value quantity = movimento.Fields(2);
+    const Value value = movimento.Fields(3);
+    const QString money = value.isNull() ? u"0,00"_s : Format(value, formats::Money);
     MSFlexGrid1.setTextMatrix(row, 0, movimento.Fields(0).textOrEmpty());
     MSFlexGrid1.setTextMatrix(row, 1, movimento.Fields(1).textOrEmpty());
-    MSFlexGrid1.setTextMatrix(row, 2, movimento.Fields(2).textOrEmpty());
-    somas.Text3 = moneyCell(movimento.Fields(3));
-    MSFlexGrid1.setTextMatrix(row, 3, somas.Text3);
+    MSFlexGrid1.setTextMatrix(row, 2, quantity.textOrEmpty());
+    MSFlexGrid1.setTextMatrix(row, 3, money);
+    somas.Text3 = {money, formats::Total};
+    MSFlexGrid1.setTextMatrix(row, 4, somas.Text4);
     somas.Text6 = somas.Text4;
-    MSFlexGrid1.setTextMatrix(row, 4, somas.Text6);
 
     // Each sum goes through its text: a quantity total of 0 becomes the empty text, which the next
     // row cannot count on from.
-    somas.Text3 =
-        Format(toNumber(somas.Text8) + movimento.Fields(3).value().number(), formats::Total);
+    somas.Text3 = somas.Text8.plus(value);
     MSFlexGrid1.setRows(row + 2);
-    somas.Text5 =
-        Format(toNumber(somas.Text10) + movimento.Fields(2).value().number(), formats::Count);
+    somas.Text5 = somas.Text10.plus(quantity);
 }

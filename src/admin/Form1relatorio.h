@@ -3,6 +3,7 @@
 #include "CommonDialog.h"
 #include "Controls.h"
 #include "FormRegistry.h"
+#include "RunningSum.h"
 
 // The cash movement report: lists and sums all cash rows, prints the list and empties the table.
 // The search by a range of days stands ready behind five controls that nothing shows.
@@ -43,7 +44,8 @@ private:
     // texts here and writes them once, at its end or where it stops.
     struct Somas
     {
-        QString Text3, Text4, Text5, Text6, Text8, Text10;
+        RunningSum Text3, Text5, Text8, Text10;
+        QString Text4, Text6;
     };
 
     void Command1_Click();
@@ -55,6 +57,6 @@ private:
     Somas leSomas() const;
     void mostraSomas(const Somas& somas);
     void comecaLinha(Somas& somas) const;
-    void somaLinha(Somas& somas);
+    void somaLinha(Somas& somas, int row);
     void imprimeCabecalho();
 };

@@ -1,0 +1,72 @@
+#include "RunningSum.h"
+
+#include "Format.h"
+#include "Numbers.h"
+#include "RuntimeError.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The sum as it is told: the text, read as a number, plus the amount, shown again.
+QString told(const QString& text, const Value& amount, const QString& format)
+{
+    return Format(toNumber(text) + amount.number(), format);
+}
+
+Value someAmount(std::mt19937& random)
+{
+    const auto below = [&](qint64 limit) {
+        return std::uniform_int_distribution<qint64>(0, limit - 1)(random);
+    };
+    switch (below(8)) {
+    case 0:
+        return Value::Money{-below(1'000'000)};
+    case 1:
+        return Value::Money{below(900'000'000'000'000)};
+    case 2:
+        return Value::Money{below(100) * 50};
+    case 3:
+        return static_cast<double>(below(1000)) / 8;
+    case 4:
+        return static_cast<double>(below(1'000'000'000));
+    case 5:
+        return u"1.234,5"_s;
+    default:
+        return Value::Money{below(10'000'000)};
+    }
+}
+
+TEST(RunningSumTest, ShowsAtEachStepWhatTheTextsGive)
+{
+    std::mt19937 random(20041205);
+    for (const QString* format : {&formats::Total, &formats::Count}) {
+        for (int run = 0; run < 200; ++run) {
+            QString expected = format == &formats::Total ? u"0,00"_s : u"0"_s;
+            RunningSum sum(expected, *format);
+            for (int step = 0; step < 50; ++step) {
+                const Value amount = someAmount(random);
+                expected = told(expected, amount, *format);
+                sum = sum.plus(amount);
+                ASSERT_EQ(sum.text().toStdString(), expected.toStdString())
+                    << "run " << run << " step " << step;
+                if (!isNumeric(expected))
+                    break;
+            }
+        }
+    }
+}
+
+TEST(RunningSumTest, NothingCanBeAddedToAnEmptyTextNorANull)
+{
+    const RunningSum zero = RunningSum(u"0"_s, formats::Count).plus(0);
+    EXPECT_TRUE(zero.text().isEmpty());
+    EXPECT_THROW(zero.plus(1), RuntimeError);
+    EXPECT_THROW(RunningSum(u"5"_s, formats::Count).plus(Value()), RuntimeError);
+}
+
+} // namespace
