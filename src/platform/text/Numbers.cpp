@@ -272,6 +272,10 @@ double Val(const QString& text)
 
 QString toText(double number)
 {
+    // Most numbers of a shop are counts; below so much they show all their digits.
+    constexpr double WholeLimit = 1e15;
+    if (std::fabs(number) < WholeLimit && number == std::trunc(number))
+        return QString::number(static_cast<qint64>(number));
     return shortest(number, 15);
 }
 
