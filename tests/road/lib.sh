@@ -13,7 +13,7 @@ declare -a started=()
 start_display() {
     Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
     started+=($!)
-    wait_for "a display" 20 test -s "$work/display"
+    wait_for "a display" 60 test -s "$work/display"
     export DISPLAY=":$(<"$work/display")"
     export HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config" XDG_RUNTIME_DIR="$work/run"
     export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_ACCESSIBILITY=0
@@ -21,7 +21,7 @@ start_display() {
     mkdir -p -m 700 "$XDG_RUNTIME_DIR"
     openbox --sm-disable >"$work/openbox.log" 2>&1 &
     started+=($!)
-    wait_for "a window manager" 20 window_manager_runs
+    wait_for "a window manager" 60 window_manager_runs
     pause
 }
 
@@ -135,7 +135,7 @@ ended() { ! kill -0 "$pid" 2>/dev/null; }
 
 # expect_end WHAT: the program goes, and says that all is well.
 expect_end() {
-    wait_for "the end of the program" 20 ended
+    wait_for "the end of the program" 60 ended
     local status=0
     wait "$pid" || status=$?
     expect "$1" "$status" 0
@@ -148,14 +148,14 @@ window_active() { [[ $(xdotool getactivewindow 2>/dev/null) == "$(window "$1")" 
 
 # arrive PATTERN: waits until the window with that title has the keyboard.
 arrive() {
-    wait_for "the window '$1'" 20 window_there "$1"
+    wait_for "the window '$1'" 60 window_there "$1"
     if ! window_active "$1"; then
         xdotool windowactivate "$(window "$1")" 2>/dev/null || true
     fi
-    wait_for "the keyboard in '$1'" 20 window_active "$1"
+    wait_for "the keyboard in '$1'" 60 window_active "$1"
 }
 
-leave() { wait_for "the end of the window '$1'" 20 window_gone "$1"; }
+leave() { wait_for "the end of the window '$1'" 60 window_gone "$1"; }
 
 # --- keys and mouse ---------------------------------------------------------------------------
 
@@ -237,7 +237,7 @@ print_to() {
     retype "$file"
     key Return
     leave '^Imprimir$'
-    wait_for "the paper $file" 20 test -s "$file"
+    wait_for "the paper $file" 60 test -s "$file"
 }
 
 # expect_paper NAME TEXT...: each stands on the paper.
