@@ -3,6 +3,7 @@
 #include "Application.h"
 #include "Format.h"
 #include "Funciones.h"
+#include "GridRow.h"
 #include "MsgBox.h"
 #include "Numbers.h"
 #include "RuntimeError.h"
@@ -18,11 +19,16 @@ constexpr int LengthCPF = 11;
 constexpr int LengthCGC = 14;
 constexpr int LengthFormattedCGC = 18;
 
-QString cellText(const Value& value, const GridColumn& column)
+void addCell(GridRow& row, const Field& field, const GridColumn& column)
 {
+    if (column.kind == GridColumn::Text)
+        if (const std::optional<std::string_view> text = field.storedText())
+            return row.add(*text);
+    const Value value = field.value();
     if (value.isNull())
-        return column.whenNull;
-    return column.kind == GridColumn::Money ? Format(value, formats::Money) : value.text();
+        row.add(column.whenNull);
+    else
+        row.add(column.kind == GridColumn::Money ? Format(value, formats::Money) : value.text());
 }
 
 // The message for a document that cannot stay; empty where it can. A whole document also opens the
@@ -175,11 +181,11 @@ QString likeQuery(const QString& selectWhere, const QString& text)
 
 void fillGrid(FlexGrid& grid, Recordset& table, const std::vector<GridColumn>& columns)
 {
-    grid.fillRows([&](std::vector<QString>& cells) {
+    grid.fillRows([&](GridRow& row) {
         if (table.eof())
             return false;
-        for (size_t column = 0; column < columns.size(); ++column)
-            cells[column] = cellText(table.Fields(columns[column].position), columns[column]);
+        for (const GridColumn& column : columns)
+            addCell(row, table.Fields(column.position), column);
         table.MoveNext();
         return true;
     });

@@ -117,6 +117,16 @@ QString Field::textOrEmpty() const
     return toDisplayText(state.cell(position_), state.kind(position_));
 }
 
+std::optional<std::string_view> Field::storedText() const
+{
+    const Recordset::State& state = recordset_.open();
+    state.requireRow();
+    const Cell cell = state.cell(position_);
+    if (cell.type != Cell::Type::Text || state.kind(position_) != FieldKind::Text)
+        return std::nullopt;
+    return cell.text;
+}
+
 void Field::operator=(const Value& value)
 {
     recordset_.open().write(position_, value);

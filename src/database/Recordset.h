@@ -6,6 +6,8 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 enum class CursorType
@@ -32,6 +34,9 @@ public:
     // Error 94 on Null.
     QString text() const { return value().text(); }
     QString textOrEmpty() const;
+    // The text of a text field as it is stored, in UTF-8, for as long as the row is current and
+    // unchanged; none for Null and for fields of other kinds.
+    std::optional<std::string_view> storedText() const;
     // Begins an edit of the current row, or writes to the pending new row.
     void operator=(const Value& value);
 

@@ -45,11 +45,14 @@ std::optional<int> RecordsetRows::placeOf(qint64 id) const
             added_[i]->view().id() == id && !isDeleted(place))
             return place;
     const std::optional<quint32> position = image_ ? image_->find(id) : std::nullopt;
-    if (!position)
-        return std::nullopt;
-    int place = static_cast<int>(*position);
+    return position ? placeAt(*position) : std::nullopt;
+}
+
+std::optional<int> RecordsetRows::placeAt(quint32 position) const
+{
+    int place = static_cast<int>(position);
     if (order_) {
-        const auto found = std::find(order_->begin(), order_->end(), *position);
+        const auto found = std::find(order_->begin(), order_->end(), position);
         if (found == order_->end())
             return std::nullopt;
         place = static_cast<int>(found - order_->begin());
@@ -74,10 +77,34 @@ int RecordsetRows::placeOfNth(int n) const
     return place;
 }
 
+// Mostly a number is looked for that one row holds, or none: those rows are found in one run over
+// the field's texts. A text that many rows hold is met soon, row by row.
 std::optional<int> RecordsetRows::search(int from, int field, const std::string& needle) const
 {
+    constexpr std::size_t Few = 8;
+    const std::optional<RowOrder> few = image_->fewContaining(field, needle, Few);
+    if (!few)
+        return searchRows(from, end(), field, needle);
+
+    std::optional<int> first = searchRows(std::max(from, imageRows_), end(), field, needle);
+    const auto take = [&](std::optional<int> place) {
+        if (place && *place >= from && (!first || *place < *first))
+            first = place;
+    };
+    for (const quint32 position : *few)
+        if (const std::optional<int> place = placeAt(position); place && !edited_.contains(*place))
+            take(place);
+    for (const auto& [place, row] : edited_)
+        take(searchRows(place, place + 1, field, needle));
+    return first;
+}
+
+std::optional<int> RecordsetRows::searchRows(int from, int until, int field,
+                                             const std::string& needle) const
+{
     const FieldKind kind = image_->table().fields[asIndex(field)].kind;
-    for (std::optional<int> place = atOrAfter(from); place; place = atOrAfter(*place + 1)) {
+    for (std::optional<int> place = atOrAfter(from); place && *place < until;
+         place = atOrAfter(*place + 1)) {
         if (*place < imageRows_ && (edited_.empty() || !edited_.contains(*place))) {
             if (image_->contains(imagePosition(*place), field, needle))
                 return place;

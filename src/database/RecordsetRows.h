@@ -40,6 +40,9 @@ public:
     void remove(int place);
 
 private:
+    std::optional<int> searchRows(int from, int until, int field, const std::string& needle) const;
+    // Of a row of the image; none where it is not among the rows, or deleted.
+    std::optional<int> placeAt(quint32 position) const;
     static std::size_t asIndex(int place) { return static_cast<std::size_t>(place); }
     int end() const { return imageRows_ + static_cast<int>(added_.size()); }
     quint32 imagePosition(int place) const

@@ -4,29 +4,40 @@
 #include "OrderKey.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
 // More changes than this are merged into a block of their own.
 constexpr std::size_t MostChanges = 512;
 
-// Rows of the column that contain the text: one run over all of it, a hit skips to the next row.
-void searchColumn(const FoldedColumn& column, const std::string& needle, RowOrder& found)
+// Rows of the column that contain the text, up to so many: one run over all of it, a hit skips to
+// the next row.
+void searchColumn(const FoldedColumn& column, const std::string& needle, RowOrder& found,
+                  std::size_t most)
 {
     const auto rows = static_cast<quint32>(column.begins.size() - 1);
     if (needle.empty()) {
-        for (quint32 position = 0; position < rows; ++position)
+        for (quint32 position = 0; position < rows && found.size() < most; ++position)
             if (column.bytes[column.begins[position]] != FoldedColumn::Null)
                 found.push_back(position);
         return;
     }
+    const auto nextHit = [&](std::size_t from) {
+        // The C library's own search outruns std::search and std::string::find several times.
+        const char* begin = column.bytes.data();
+        const void* hit =
+            memmem(begin + from, column.bytes.size() - from, needle.data(), needle.size());
+        return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - begin)
+                   : std::string::npos;
+    };
     quint32 position = 0;
-    std::size_t hit = column.bytes.find(needle);
-    while (hit != std::string::npos) {
+    std::size_t hit = nextHit(0);
+    while (hit != std::string::npos && found.size() < most) {
         while (column.begins[position + 1] <= hit)
             ++position;
         found.push_back(position);
-        hit = column.bytes.find(needle, column.begins[position + 1]);
+        hit = nextHit(column.begins[position + 1]);
     }
 }
 
@@ -200,7 +211,7 @@ std::shared_ptr<const RowOrder> TableImage::search(int field, const LikePattern&
     }
 
     const std::string needle = pattern.literal().toStdString();
-    searchColumn(block_->folded(field), needle, *found);
+    searchColumn(block_->folded(field), needle, *found, block_->size());
     if (!replaced_.empty()) {
         std::erase_if(*found, [this](quint32 position) { return !isBlockRow(position); });
         for (const auto& [position, replacement] : replaced_)
@@ -211,6 +222,27 @@ std::shared_ptr<const RowOrder> TableImage::search(int field, const LikePattern&
     for (auto position = static_cast<quint32>(block_->size()); position < end(); ++position)
         if (contains(position, field, needle))
             found->push_back(position);
+    return found;
+}
+
+std::optional<RowOrder> TableImage::fewContaining(int field, const std::string& needle,
+                                                  std::size_t most) const
+{
+    RowOrder found;
+    searchColumn(block_->folded(field), needle, found, most + 1);
+    if (found.size() > most)
+        return std::nullopt;
+    std::erase_if(found, [this](quint32 position) { return !isBlockRow(position); });
+    const auto take = [&](quint32 position) {
+        if (contains(position, field, needle))
+            found.push_back(position);
+    };
+    for (const auto& [position, replacement] : replaced_)
+        take(position);
+    for (auto position = static_cast<quint32>(block_->size()); position < end(); ++position)
+        take(position);
+    if (found.size() > most)
+        return std::nullopt;
     return found;
 }
 

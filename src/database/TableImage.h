@@ -41,6 +41,10 @@ public:
     // Those rows whose field matches, by id.
     std::shared_ptr<const RowOrder> search(int field, const LikePattern& pattern) const;
 
+    // The rows whose field contains the text, in no order; nothing where they are more than so
+    // many.
+    std::optional<RowOrder> fewContaining(int field, const std::string& needle,
+                                          std::size_t most) const;
     // Whether the field contains the text, which is folded and in UTF-8. A Null contains none.
     bool contains(quint32 position, int field, const std::string& needle) const;
 

@@ -11,6 +11,7 @@
 #include <memory>
 #include <vector>
 
+class GridRow;
 class QWidget;
 
 // Handles on the stock widgets of a form, reached by object name when the window is made. An
@@ -249,7 +250,7 @@ public:
 
     // Fills the last row and adds an empty one behind it, as long as next() gives the row's cells;
     // the same as setTextMatrix and setRows row by row, for long lists.
-    void fillRows(const std::function<bool(std::vector<QString>& cells)>& next);
+    void fillRows(const std::function<bool(GridRow& row)>& next);
     // Rows of text computed when they are looked at, standing behind the heading; any change of a
     // cell or of Rows makes them plain rows. For long lists that nobody sees.
     void setLazyRows(int count, std::function<QString(int row, int col)> cell);

@@ -103,14 +103,10 @@ void FlexGrid::setColWidth(int col, int twips)
         col, static_cast<int>((twips < 0 ? DefaultTwips : twips) * scale / TwipsPerPixel));
 }
 
-void FlexGrid::fillRows(const std::function<bool(std::vector<QString>& cells)>& next)
+void FlexGrid::fillRows(const std::function<bool(GridRow& row)>& next)
 {
-    GridModel* model = modelOf(widget());
-    if (!model)
-        return;
-    std::vector<QString> cells(static_cast<size_t>(model->cols()));
-    while (next(cells))
-        model->fillLastRow(cells);
+    if (GridModel* model = modelOf(widget()))
+        model->fillRows(next);
 }
 
 void FlexGrid::setLazyRows(int count, std::function<QString(int row, int col)> cell)

@@ -6,7 +6,6 @@
 namespace {
 
 constexpr quint32 NoText = 0xffffffff;
-constexpr quint32 WideText = 0x80000000;
 
 } // namespace
 
@@ -26,23 +25,9 @@ void GridModel::packWorkRow() const
 void GridModel::pack(int row, const std::vector<QString>& cells) const
 {
     starts_[static_cast<size_t>(row)] = static_cast<quint32>(packed_.size());
-    for (const QString& cell : cells) {
-        // Nearly all texts are Latin 1: one byte a character; the top bit tells of the others.
-        const bool wide = std::any_of(cell.cbegin(), cell.cend(),
-                                      [](QChar character) { return character.unicode() > 0xff; });
-        const auto length = static_cast<quint32>(cell.size());
-        const quint32 head = wide ? length | WideText : length;
-        const size_t place = packed_.size();
-        packed_.resize(place + sizeof head + (wide ? 2 * length : length));
-        char* out = packed_.data() + place;
-        std::memcpy(out, &head, sizeof head);
-        out += sizeof head;
-        if (wide)
-            std::memcpy(out, cell.utf16(), 2 * static_cast<size_t>(length));
-        else
-            for (const QChar character : cell)
-                *out++ = static_cast<char>(character.unicode());
-    }
+    GridRow written(packed_);
+    for (const QString& cell : cells)
+        written.add(cell);
 }
 
 void GridModel::unpack(int row, std::vector<QString>& cells) const
@@ -52,19 +37,11 @@ void GridModel::unpack(int row, std::vector<QString>& cells) const
     if (place == NoText)
         return;
     for (QString& cell : cells) {
-        quint32 length = 0;
+        GridRow::Length length = 0;
         std::memcpy(&length, packed_.data() + place, sizeof length);
         place += sizeof length;
-        const bool wide = length & WideText;
-        length &= ~WideText;
-        const char* bytes = packed_.data() + place;
-        if (wide) {
-            cell.resize(length);
-            std::memcpy(cell.data(), bytes, 2 * length);
-        } else {
-            cell = QString::fromLatin1(bytes, length);
-        }
-        place += wide ? 2 * length : length;
+        cell = QString::fromUtf8(packed_.data() + place, length);
+        place += length;
     }
 }
 
@@ -183,21 +160,24 @@ void GridModel::setText(int row, int col, const QString& text)
     changed();
 }
 
-void GridModel::fillLastRow(const std::vector<QString>& cells)
+void GridModel::fillRows(const std::function<bool(GridRow& row)>& next)
 {
     makePlain(rows_);
-    const int last = rows_ - 1;
-    if (last == 0 || workRow_ == last) {
-        for (int col = 0; col < cols_; ++col)
-            setText(last, col, cells[static_cast<size_t>(col)]);
-    } else {
-        pack(last, cells);
-    }
-    starts_.push_back(NoText);
-    ++rows_;
-    if (last == 0)
-        currentRow_ = 1;
+    packWorkRow();
+    workRow_ = -1;
     changed();
+    for (;;) {
+        const auto start = static_cast<quint32>(packed_.size());
+        GridRow row(packed_);
+        if (!next(row))
+            return;
+        while (row.count() < cols_)
+            row.add(std::string_view());
+        starts_.back() = start;
+        starts_.push_back(NoText);
+        if (rows_++ == 1)
+            currentRow_ = 1;
+    }
 }
 
 void GridModel::setLazyRows(int count, std::function<QString(int row, int col)> cell)

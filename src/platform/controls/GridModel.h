@@ -1,8 +1,11 @@
 #pragma once
 
+#include "GridRow.h"
+
 #include <QAbstractTableModel>
 
 #include <functional>
+#include <string>
 #include <vector>
 
 // The texts of a grid. Rows count the heading; the views see the rows behind it. Views are told
@@ -20,8 +23,8 @@ public:
     void setCols(int cols);
     QString text(int row, int col) const;
     void setText(int row, int col, const QString& text);
-    // Writes the last row and adds an empty one.
-    void fillLastRow(const std::vector<QString>& cells);
+    // Writes the last row and adds an empty one, as long as next() gives the row's cells.
+    void fillRows(const std::function<bool(GridRow& row)>& next);
     void setLazyRows(int count, std::function<QString(int row, int col)> cell);
     void setNumberColumns(std::vector<int> columns) { numberColumns_ = std::move(columns); }
 
@@ -56,7 +59,7 @@ private:
     bool stale_ = false;
     // Where each row begins in packed_; NoText for an empty one.
     mutable std::vector<quint32> starts_;
-    mutable std::vector<char> packed_;
+    mutable std::string packed_;
     mutable int workRow_ = -1;
     mutable bool workRowTouched_ = false;
     mutable std::vector<QString> workCells_;
