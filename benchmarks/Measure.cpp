@@ -2,13 +2,17 @@
 
 #include "CommonDialog.h"
 #include "Form.h"
+#include "FormRegistry.h"
 #include "HostPaths.h"
 #include "Installation.h"
 #include "MsgBox.h"
 #include "ProfileFile.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+#include <QWidget>
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -52,6 +56,26 @@ void measure(benchmark::State& state, const std::function<void()>& prepare,
         work();
         state.SetIterationTime(std::chrono::duration<double>(Clock::now() - begin).count());
     }
+}
+
+// In KiB.
+long peakMemory()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).simplified().split(' ').front().toLong();
+    return 0;
+}
+
+long memoryOf(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), arguments);
+    process.waitForFinished(120000);
+    return process.readAllStandardOutput().trimmed().toLong();
 }
 
 } // namespace
@@ -152,18 +176,36 @@ int RawFile::readAll(const std::string& sql, const std::vector<int>& columns)
     return rows;
 }
 
-long peakMemory()
+bool isMemoryChild(const std::function<void()>& openForm)
 {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).simplified().split(' ').front().toLong();
-    return 0;
+    const QStringList arguments = QCoreApplication::arguments();
+    const bool empty = arguments.value(1) == QStringLiteral("--memory-empty");
+    if (!empty && arguments.value(1) != QStringLiteral("--memory"))
+        return false;
+    QWidget window;
+    if (empty) {
+        window.show();
+    } else {
+        setApplicationFolderForTests(arguments.value(2));
+        setModalScriptForTests([](Form&) { QCoreApplication::processEvents(); });
+        openForm();
+    }
+    QCoreApplication::processEvents();
+    std::printf("%ld\n", peakMemory());
+    std::fflush(stdout);
+    FormRegistry::instance().clear();
+    return true;
 }
 
-long sizeOf(const QString& path)
+int compareMemory(const char* form, const BenchInstallation& installation)
 {
-    return static_cast<long>(QFileInfo(path).size() / 1024);
+    const long empty = memoryOf({QStringLiteral("--memory-empty")});
+    const long ours = memoryOf({QStringLiteral("--memory"), installation.otherStation()});
+    const long file = static_cast<long>(QFileInfo(installation.mainFile()).size() / 1024);
+    const long bound = empty + 4 * file;
+    const bool kept = empty > 0 && ours > 0 && ours <= bound;
+    std::printf("\npeak memory with the %s form open: %ld KiB; empty window %ld + 4 x file %ld = "
+                "%ld KiB %s\n",
+                form, ours, empty, file, bound, kept ? "" : "MISSED");
+    return kept ? 0 : 1;
 }

@@ -60,6 +60,9 @@ private:
     sqlite3* handle_ = nullptr;
 };
 
-// Peak resident memory in KiB, and the size of a file in KiB.
-long peakMemory();
-long sizeOf(const QString& path);
+// Peak memory is measured in programs of their own, which a benchmark starts of itself:
+// "--memory-empty" shows an empty window, "--memory FOLDER" opens the form over that installation.
+// True where this is one of them, after its work.
+bool isMemoryChild(const std::function<void()>& openForm);
+// Runs both and prints the comparison with the bound; 1 where it was not kept.
+int compareMemory(const char* form, const BenchInstallation& installation);

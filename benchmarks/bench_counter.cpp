@@ -68,14 +68,6 @@ void fillList(RawFile& list)
              "'1','Transistor '||i,'2,00','2,00',printf('%07d',i) FROM n");
 }
 
-long memoryOf(const QStringList& arguments)
-{
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), arguments);
-    process.waitForFinished(120000);
-    return process.readAllStandardOutput().trimmed().toLong();
-}
-
 void press(CommandButton& button)
 {
     qobject_cast<QAbstractButton*>(button.widget())->click();
@@ -104,27 +96,12 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     prepareApplication(application);
     installEventTransactions();
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == u"--memory-empty"_s) {
-        QWidget window;
-        window.show();
-        QCoreApplication::processEvents();
-        std::printf("%ld\n", peakMemory());
-        return 0;
-    }
     addForm<Form1principal>();
     addForm<Form1pecavenda>();
     addForm<Form1pecabusca>();
     addForm<Form1relatorio>();
-    if (arguments.value(1) == u"--memory"_s) {
-        setApplicationFolderForTests(arguments.value(2));
-        form<Form1pecavenda>().show();
-        QCoreApplication::processEvents();
-        std::printf("%ld\n", peakMemory());
-        std::fflush(stdout);
-        FormRegistry::instance().clear();
+    if (isMemoryChild([] { form<Form1pecavenda>().show(); }))
         return 0;
-    }
 
     BenchInstallation installation;
     RawFile raw(installation.mainFile());
@@ -252,6 +229,12 @@ int main(int argc, char** argv)
         undo();
         // The parts that ran out are ordered already, so that the write-off alone is timed.
         openSale();
+        // The sale before this one left the cash list read; nobody else wrote it since.
+        Funciones::AbreBanco5();
+        Funciones::Tabela5->Open(u"SELECT * FROM MOVIMENTO order by codigo"_s,
+                                 Funciones::Conexao5.shared(), CursorType::Static,
+                                 LockType::Optimistic);
+        Funciones::FechaBanco5();
     };
     station.run("UPDATE Pecas SET ESTOQUE='50'");
     comparisons = {
@@ -307,19 +290,19 @@ int main(int argc, char** argv)
          [&] { ordersOf("rowid%100=7 AND rowid<50008"); }},
     };
     missed += runComparisons(argc, argv, comparisons, 3);
+    // Everything ran out, in so many kinds of parts as there are orders: the look-ups alone.
+    const auto allOrdered = [&] {
+        closeForms();
+        station.run("UPDATE Pecas SET DESCRICAO='Cinescópio de '||max(1,rowid/50)||' pol.'");
+        ordersOf("1");
+    };
     comparisons = {
-        {"the automatic orders, all at stock 0, writes included", 0.03, join("1"), automaticOrders,
-         [&] { ordersOf("1"); }, [&] { ordersOf("1"); }},
+        {"the automatic orders, all at stock 0, the writes apart", 0.03, join("1"), automaticOrders,
+         allOrdered, allOrdered},
     };
     missed += runComparisons(argc, argv, comparisons, 1);
     closeForms();
 
-    const long empty = memoryOf({u"--memory-empty"_s});
-    const long ours = memoryOf({u"--memory"_s, installation.otherStation()});
-    const long bound = empty + 4 * sizeOf(installation.mainFile());
-    std::printf("\npeak memory with the sale form open: %ld KiB; empty window %ld + 4 x file = %ld "
-                "KiB %s\n",
-                ours, empty, bound, ours <= bound ? "" : "MISSED");
-    missed += ours <= bound ? 0 : 1;
+    missed += compareMemory("sale", installation);
     return missed == 0 ? 0 : 1;
 }

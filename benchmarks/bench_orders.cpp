@@ -67,14 +67,6 @@ void fillOrders(RawFile& file, int orders)
     file.run("COMMIT");
 }
 
-long memoryOf(const QStringList& arguments)
-{
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), arguments);
-    process.waitForFinished(120000);
-    return process.readAllStandardOutput().trimmed().toLong();
-}
-
 void addForms()
 {
     addForm<Form1principal>();
@@ -91,24 +83,9 @@ int main(int argc, char** argv)
     prepareApplication(application);
     installEventTransactions();
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == u"--memory-empty"_s) {
-        QWidget window;
-        window.show();
-        QCoreApplication::processEvents();
-        std::printf("%ld\n", peakMemory());
-        return 0;
-    }
     addForms();
-    if (arguments.value(1) == u"--memory"_s) {
-        setApplicationFolderForTests(arguments.value(2));
-        setModalScriptForTests([](Form&) { QCoreApplication::processEvents(); });
-        form<Form1Cli>().show();
-        QCoreApplication::processEvents();
-        std::printf("%ld\n", peakMemory());
-        std::fflush(stdout);
-        FormRegistry::instance().clear();
+    if (isMemoryChild([] { form<Form1Cli>().show(); }))
         return 0;
-    }
 
     const int orders =
         arguments.size() > 1 && arguments[1].toInt() > 0 ? arguments[1].toInt() : 100000;
@@ -240,13 +217,6 @@ int main(int argc, char** argv)
     int missed = runComparisons(argc, argv, comparisons, 5);
     closeForms();
 
-    const long empty = memoryOf({u"--memory-empty"_s});
-    const long ours = memoryOf({u"--memory"_s, installation.otherStation()});
-    const long file = sizeOf(installation.mainFile());
-    const long bound = empty + 4 * file;
-    std::printf("\npeak memory with the record form open: %ld KiB; empty window %ld + 4 x file %ld "
-                "= %ld KiB %s\n",
-                ours, empty, file, bound, ours <= bound ? "" : "MISSED");
-    missed += ours <= bound ? 0 : 1;
+    missed += compareMemory("record", installation);
     return missed == 0 ? 0 : 1;
 }
