@@ -130,6 +130,44 @@ TEST_F(MovesTest, FindLooksAtTheCurrentRowFirstAndEndsAtEof)
     EXPECT_EQ(errorOf([&] { table->Find(u"CODIGO LIKE '*1*'"_s); }), RuntimeError::NoCurrentRecord);
 }
 
+// Rare and common texts, from every row on, over rows that were edited, deleted and added here:
+// what Find stands on is the next row that holds the text.
+TEST_F(MovesTest, FindStandsOnTheNextRowThatHoldsTheText)
+{
+    QStringList names;
+    for (int i = 0; i < 60; ++i)
+        names += i % 7 == 3 ? QString()
+                            : u"Firma %1 %2"_s.arg(i * 37 % 60).arg(i % 3 ? u"rua" : u"cais");
+    addSuppliers(names);
+    const auto table = open(u"SELECT * FROM FORNECEDOR order by NOMEEMPRESA"_s);
+    event([&] {
+        for (const int place : {9, 30, 41}) {
+            table->setAbsolutePosition(place);
+            table->Delete();
+            table->setAbsolutePosition(place + 4);
+            table->Fields(0) = u"Firma 77 beco"_s;
+            table->Update();
+        }
+        table->AddNew();
+        table->Fields(0) = u"Firma 99 beco"_s;
+        table->Update();
+    });
+    table->MoveFirst();
+    const QStringList shown = column(*table);
+    for (const QString& text :
+         {u"FIRMA 7"_s, u"rua"_s, u"beco"_s, u"99"_s, u"a 12 "_s, u"x"_s, u""_s})
+        for (int from = 0; from < shown.size(); ++from) {
+            table->setAbsolutePosition(from + 1);
+            table->Find(u"NOMEEMPRESA LIKE '*%1*'"_s.arg(text));
+            int next = from;
+            while (next < shown.size() &&
+                   (shown[next] == u"NULL" || !shown[next].contains(text, Qt::CaseInsensitive)))
+                ++next;
+            EXPECT_EQ(table->eof() ? shown.size() : table->AbsolutePosition() - 1, next)
+                << text.toStdString() << " from " << from;
+        }
+}
+
 TEST_F(MovesTest, FindRefusesWhatItDoesNotKnow)
 {
     addSuppliers({u"a"_s});
