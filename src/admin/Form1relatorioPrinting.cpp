@@ -5,6 +5,7 @@
 #include "MsgBox.h"
 #include "Printer.h"
 #include "RuntimeError.h"
+#include "SheetHead.h"
 #include "Strings.h"
 
 using namespace Funciones;
@@ -13,11 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 void Form1relatorio::ImprimeMovimento()
 {
     try {
-        TituloEmpresa = LeIni(u"Configurar"_s, u"Titulo"_s, CaminhoIni());
-        EnderecoEmpresa = LeIni(u"Configurar"_s, u"Endereco"_s, CaminhoIni());
-        EmailEmpresa = LeIni(u"Configurar"_s, u"Email"_s, CaminhoIni());
-        TelefoneEmpresa = LeIni(u"Configurar"_s, u"Telefone"_s, CaminhoIni());
-        SiteEmpresa = LeIni(u"Configurar"_s, u"Site"_s, CaminhoIni());
+        readSheetCompany();
         CommonDialog1.ShowPrinter(u"Movimento de caixa"_s);
 
         Printer& printer = Printer::instance();
@@ -52,16 +49,7 @@ void Form1relatorio::ImprimeMovimento()
 void Form1relatorio::imprimeCabecalho()
 {
     Printer& printer = Printer::instance();
-    printer.print(repeated(120, u'*') + u"qtz softwere"_s + repeated(8, u'*'));
-    printer.setFontSize(8);
-    printer.atX(100).print(TituloEmpresa);
-    printer.atX(100).print(u"Endereço: "_s + EnderecoEmpresa);
-    printer.at(7000, 400).print(u"Tel/Fax: "_s + TelefoneEmpresa);
-    printer.print();
-    printer.at(7000, 600).print(u"E-mail: "_s + EmailEmpresa);
-    printer.atX(7000).print(u"Site: "_s + SiteEmpresa);
-    printer.at(100, 800).print(u"Data: "_s + dateText(Clock::today()));
-    printer.atY(1000).print(repeated(200, u'-'));
+    printListHead(printer, u"Data: "_s + dateText(Clock::today()));
     // The row above the current one: with the first row current, the headings.
     const int heading = MSFlexGrid1.Row() - 1;
     const auto cell = [&](int column) { return MSFlexGrid1.TextMatrix(heading, column); };

@@ -5,22 +5,13 @@
 #include "MsgBox.h"
 #include "Printer.h"
 #include "RuntimeError.h"
+#include "SheetHead.h"
 #include "Strings.h"
 
 using namespace Qt::StringLiterals;
 using namespace Funciones;
 
 namespace {
-
-void readSheetHead()
-{
-    const auto read = [](const QString& key) { return LeIni(u"Configurar"_s, key, CaminhoIni()); };
-    TituloEmpresa = read(u"Titulo"_s);
-    EnderecoEmpresa = read(u"Endereco"_s);
-    EmailEmpresa = read(u"Email"_s);
-    TelefoneEmpresa = read(u"Telefone"_s);
-    SiteEmpresa = read(u"Site"_s);
-}
 
 int lengthOf(const QString& text)
 {
@@ -31,20 +22,11 @@ int lengthOf(const QString& text)
 
 void Form1pecavenda::ImprimeVenda()
 try {
-    readSheetHead();
+    readSheetCompany();
     CommonDialog1.ShowPrinter(u"Venda de peças"_s);
 
     Printer& printer = Printer::instance();
-    printer.print(repeated(120, u'*') + u"qtz softwere"_s + repeated(8, u'*'));
-    printer.setFontSize(8);
-    printer.atX(100).print(TituloEmpresa);
-    printer.atX(100).print(u"Endereço: "_s + EnderecoEmpresa);
-    printer.at(7000, 400).print(u"Tel/Fax: "_s + TelefoneEmpresa);
-    printer.print();
-    printer.at(7000, 600).print(u"E-mail: "_s + EmailEmpresa);
-    printer.atX(7000).print(u"Site: "_s + SiteEmpresa);
-    printer.at(100, 800).print(u"Data venda: "_s + dateTimeText(Clock::now()));
-    printer.atY(1000).print(repeated(200, u'-'));
+    printListHead(printer, u"Data venda: "_s + dateTimeText(Clock::now()));
     // From a clicked line on, with the line above it as the heading: meant.
     const int heading = MSFlexGrid2.Row() - 1;
     const auto title = [&](int column) { return MSFlexGrid2.TextMatrix(heading, column); };

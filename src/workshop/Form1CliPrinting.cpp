@@ -4,6 +4,7 @@
 #include "Funciones.h"
 #include "Printer.h"
 #include "RuntimeError.h"
+#include "SheetHead.h"
 #include "Strings.h"
 
 using namespace Funciones;
@@ -11,20 +12,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The shop's own data and the eight lines of the sheet, whose keys begin at firstLine.
-void readCompany(int firstLine)
+// The eight lines of the sheet and the shop's document; the lines' keys begin at firstLine.
+void readSheet(int firstLine)
 {
-    const QString section = u"Configurar"_s;
-    const QString ini = CaminhoIni();
-    TituloEmpresa = LeIni(section, u"Titulo"_s, ini);
-    EnderecoEmpresa = LeIni(section, u"Endereco"_s, ini);
-    EmailEmpresa = LeIni(section, u"Email"_s, ini);
-    TelefoneEmpresa = LeIni(section, u"Telefone"_s, ini);
-    SiteEmpresa = LeIni(section, u"Site"_s, ini);
-    DocumentoEmpresa = LeIni(section, u"cpfcgc"_s, ini);
+    readSheetCompany();
+    const auto read = [](const QString& key) { return LeIni(u"Configurar"_s, key, CaminhoIni()); };
+    DocumentoEmpresa = read(u"cpfcgc"_s);
     for (int line = 0; line < 8; ++line)
-        LinhasFicha[static_cast<size_t>(line)] =
-            LeIni(section, QString::number(firstLine + line), ini);
+        LinhasFicha[static_cast<size_t>(line)] = read(QString::number(firstLine + line));
 }
 
 void printCompany(Printer& printer)
@@ -49,7 +44,7 @@ void printPartLine(Printer& printer, int y)
 // Budget on the upper half, internal copy on the lower half, four tags to cut off at the foot.
 void Form1Cli::ImprimeFichaEntrada()
 try {
-    readCompany(1);
+    readSheet(1);
     const QString numero = u"O.S: "_s + Text1(13).text();
     CommonDialog1.ShowPrinter(u"Ficha de entrada O.S "_s + Text1(13).text());
 
@@ -132,7 +127,7 @@ try {
 // reprint too. Where the page could not be printed nothing is entered.
 void Form1Cli::ImprimeFichaSaida()
 try {
-    readCompany(11);
+    readSheet(11);
     CommonDialog1.ShowPrinter(u"Certificado de garantia O.S "_s + Text1(13).text());
 
     Printer& printer = Printer::instance();
