@@ -47,6 +47,13 @@ void Database::lookAfresh()
     lookedInEvent_ = EventTransactions::instance().currentEvent();
 }
 
+void Database::requireUsable()
+{
+    // What this program has not finished writing is its own.
+    if (!storage_->isWriting())
+        storage_->changeCounter();
+}
+
 Database::Stamp Database::stamp(int table, Look look)
 {
     const quint64 event = EventTransactions::instance().currentEvent();

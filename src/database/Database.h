@@ -39,6 +39,9 @@ public:
     std::optional<int> table(const QString& name) const;
     std::optional<int> field(int table, const QString& name) const;
 
+    // The errors of opening the file, where it is locked, cut or overwritten by now.
+    void requireUsable();
+
     // Changes whenever anyone has written the table, or the file from elsewhere.
     struct Stamp
     {

@@ -53,8 +53,16 @@ std::shared_ptr<Database> Database::open(const QString& path)
         raiseMissing(path);
     auto& files = pool().files;
     const auto known = files.find(*identity);
-    if (known != files.end())
-        return known->second.database;
+    if (known != files.end()) {
+        try {
+            known->second.database->requireUsable();
+            return known->second.database;
+        } catch (const RuntimeError&) {
+            if (known->second.isIdle())
+                files.erase(known);
+            throw;
+        }
+    }
 
     // A file that was replaced or removed underneath leaves its former one behind.
     std::erase_if(files, [](const auto& entry) {

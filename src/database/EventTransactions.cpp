@@ -66,11 +66,16 @@ void EventTransactions::editEnded(EditHolder* holder)
     std::erase_if(edits_, [holder](const Edit& edit) { return edit.holder == holder; });
 }
 
-void EventTransactions::settle(gate::Moment moment)
+bool commitWrites()
+{
+    return EventTransactions::instance().settle(gate::Moment::BeforeDialog);
+}
+
+bool EventTransactions::settle(gate::Moment moment)
 {
     // The box about a failed commit settles once more.
     if (settling_)
-        return;
+        return true;
     settling_ = true;
     const std::optional<RuntimeError> error = commitAll();
     ++serial_;
@@ -82,6 +87,7 @@ void EventTransactions::settle(gate::Moment moment)
                    .arg(error->description()),
                BoxButtons::Ok, BoxIcon::Critical);
     settling_ = false;
+    return !error;
 }
 
 std::optional<RuntimeError> EventTransactions::commitAll()

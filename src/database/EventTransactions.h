@@ -17,6 +17,11 @@ class Database;
 // shown from within it. Outside of events each write is durable by itself.
 void installEventTransactions();
 
+// Makes durable what the running event wrote so far, which is otherwise done at its end. False
+// where that failed: the user was told, what was written is undone, and recordsets show the files
+// again.
+bool commitWrites();
+
 // How the path of the shared file is found when a sale list is opened, to learn whether the list
 // was booked already.
 void setListMarkResolver(std::function<QString()> sharedFilePath);
@@ -56,7 +61,8 @@ public:
     void editBegan(EditHolder* holder);
     void editEnded(EditHolder* holder);
 
-    void settle(gate::Moment moment);
+    // False where writes were lost.
+    bool settle(gate::Moment moment);
 
     void install();
     // The power-cut tests show with it that they can fail.

@@ -1,6 +1,7 @@
 #include "Form1Pec.h"
 
 #include "ClosePair.h"
+#include "EventTransactions.h"
 #include "Form1pecabusca.h"
 #include "Form1principal.h"
 #include "FormRegistry.h"
@@ -60,6 +61,7 @@ void Form1Pec::Form_Load()
 try {
     FlagRecarga = 0;
     newRow_ = false;
+    newRowUndone_ = false;
     setEnabled(Command1, {1, 3, 9}, false);
     setCaption(u"Cadastro de Peças e Acessórios      "_s + principal().StatusBar1.panel(1) +
                u"  está usando"_s);
@@ -114,12 +116,20 @@ bool Form1Pec::GravaFichaPeca()
 {
     bool stored = false;
     try {
+        if (newRowUndone_)
+            beginNewRow();
         for (const Campo& campo : campos()) {
             const QString text = Text1(campo.box).text();
             Tabela1->Fields(campo.name) = text.isEmpty() ? campo.filler : text;
         }
         Tabela1->Update();
-        stored = true;
+        stored = commitWrites();
+        if (!stored) {
+            newRowUndone_ = newRow_;
+            if (Tabela1->eof() && Tabela1->RecordCount() != 0)
+                Tabela1->MoveLast();
+            return false;
+        }
         newRow_ = false;
         if (FlagRecarga == 1)
             Tabela1->MoveLast();
@@ -129,8 +139,20 @@ bool Form1Pec::GravaFichaPeca()
         FlagRecarga = 0;
     } catch (const RuntimeError&) {
         // Ends silently.
+        if (!stored)
+            takeEditAnew();
     }
     return stored;
+}
+
+// A row that another station wrote meanwhile is taken as it is stored now: the next try stores what
+// was typed here, and leaves alone what was not.
+void Form1Pec::takeEditAnew()
+try {
+    if (!newRow_)
+        Tabela1->retakeVersion();
+} catch (const RuntimeError&) {
+    // The row cannot be read either; the next try fails as this one did.
 }
 
 void Form1Pec::ApagaPeca()
@@ -307,6 +329,7 @@ void Form1Pec::beginNewRow()
 {
     Tabela1->AddNew();
     newRow_ = true;
+    newRowUndone_ = false;
 }
 
 void Form1Pec::Salvar()
@@ -320,6 +343,7 @@ void Form1Pec::Salvar()
     DestravaFichaPeca();
     setEnabled(Command1, {1, 9}, true);
     Command1(3).setEnabled(editing);
+    Command1(1).SetFocus();
 }
 
 void Form1Pec::Editar()
@@ -386,6 +410,7 @@ void Form1Pec::Cancela()
     backToBrowsing();
     Tabela1->CancelUpdate();
     newRow_ = false;
+    newRowUndone_ = false;
     showCurrentRow();
     ContaPecas();
     Command1(4).setCaption(u"&Procurar"_s);

@@ -22,6 +22,7 @@ public:
     void MostraFichaPeca();
     // Ends silently at an error; the answer tells whether the row was stored.
     bool GravaFichaPeca();
+    void takeEditAnew();
     void ApagaPeca();
     void ContaPecas();
     void LimpaFichaPeca();
@@ -58,7 +59,8 @@ private:
     void showCurrentRow();
     void backToBrowsing();
 
-    bool newRow_ = false; // a row of AddNew waits for its Update
+    bool newRow_ = false;       // a row of AddNew waits for its Update
+    bool newRowUndone_ = false; // its Update was undone; the next save begins it again
     QString copiedDescription_;
     QString copiedShelf_;
 };

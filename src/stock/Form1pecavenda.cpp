@@ -405,10 +405,18 @@ void Form1pecavenda::MSFlexGrid2_KeyPress(int KeyAscii)
         return;
     Text6.setText({});
     Text6.setText(MSFlexGrid2.TextMatrix(MSFlexGrid2.Row(), 6));
-    // Nobody sees these two: the reload writes both boxes anew.
-    Text3.setText(toText(Val(Text9.text()) - Val(Text3.text())));
-    Text5.setText(toText(Val(Text11.text()) - Val(Text5.text())));
-    Tabela2->Delete();
+    // Nobody sees what these two become: the reload writes both boxes anew.
+    const QString value = Text3.text();
+    const QString items = Text5.text();
+    Text3.setText(toText(Val(Text9.text()) - Val(value)));
+    Text5.setText(toText(Val(Text11.text()) - Val(items)));
+    try {
+        Tabela2->Delete();
+    } catch (const RuntimeError&) {
+        Text3.setText(value);
+        Text5.setText(items);
+        throw;
+    }
     FlagRecarga = 1;
     CarregaListaVenda();
 }
@@ -475,5 +483,5 @@ void Form1pecavenda::Oficina()
     setCaption(
         captionWith(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
     BaixaEstoque();
-    PedidoAutomatico();
+    finishWriteOff();
 }

@@ -58,6 +58,7 @@ public:
     void ImprimeVenda();
     // Takes the list out of the stock, enters it in the cash movement and empties it.
     void BaixaEstoque();
+    void finishWriteOff();
     // Orders each part of the catalogue that stands at stock 0 and is not ordered yet.
     void PedidoAutomatico();
 

@@ -46,7 +46,7 @@ try {
     setCaption(
         captionWith(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
     BaixaEstoque();
-    PedidoAutomatico();
+    finishWriteOff();
 } catch (const RuntimeError&) {
     // Ends silently. What went wrong before the question has touched neither stock nor list.
 }

@@ -2,6 +2,7 @@
 
 #include "Collation.h"
 #include "Dates.h"
+#include "EventTransactions.h"
 #include "Funciones.h"
 #include "Numbers.h"
 #include "RecordForms.h"
@@ -23,7 +24,7 @@ bool canBeLookedUp(const QString& description)
 } // namespace
 
 void Form1pecavenda::BaixaEstoque()
-{
+try {
     AbreBanco5();
     Tabela5->Open(u"SELECT * FROM MOVIMENTO order by codigo"_s, Conexao5.shared(),
                   CursorType::Static, LockType::Optimistic);
@@ -38,6 +39,27 @@ void Form1pecavenda::BaixaEstoque()
     if (Tabela2->RecordCount() == QuantidadeItens)
         LimpaListaVenda();
     FechaBanco5();
+} catch (const RuntimeError&) {
+    // The catalogue does not stand on the part of this code any more: a second try looks it up.
+    Text2.setText({});
+    throw;
+}
+
+// The booking is durable, or everything is shown as it was before it.
+void Form1pecavenda::finishWriteOff()
+{
+    PedidoAutomatico();
+    if (commitWrites())
+        return;
+    try {
+        Text2.setText({});
+        FlagRecarga = 1;
+        CarregaListaVenda();
+        FlagRecarga = 2;
+        CarregaCatalogo();
+    } catch (const RuntimeError&) {
+        // The files cannot be read either, as the user was just told.
+    }
 }
 
 // The stock goes into the buffer first, then the cash row is written, then the stock row.

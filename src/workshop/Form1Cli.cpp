@@ -2,6 +2,7 @@
 
 #include "Buscacli.h"
 #include "Dates.h"
+#include "EventTransactions.h"
 #include "Form1principal.h"
 #include "Format.h"
 #include "Funciones.h"
@@ -65,6 +66,8 @@ void write(const ObjectVariable<Recordset>& table, const std::vector<Value>& val
 // row can be tried again.
 void makeCurrentAgain(const ObjectVariable<Recordset>& table)
 {
+    if (table->bof())
+        return;
     table->MovePrevious();
     table->MoveNext();
 }
@@ -297,6 +300,7 @@ void Form1Cli::beginNewRows()
         Tabela1->CancelUpdate();
         throw;
     }
+    rowsAreLost_ = false;
 }
 
 void Form1Cli::setNumberAfter(double number)
@@ -363,6 +367,8 @@ void Form1Cli::backToBrowsing()
 
 bool Form1Cli::GravaFicha()
 {
+    if (rowsAreLost_ && !findRowsAgain())
+        return false;
     std::vector<Value> before;
     bool clientStored = false;
     bool bothStored = false;
@@ -373,7 +379,11 @@ bool Form1Cli::GravaFicha()
         Tabela1->Update();
         clientStored = true;
         Tabela4->Update();
-        bothStored = true;
+        bothStored = commitWrites();
+        if (!bothStored) {
+            takeSaveBack(clientStored, before);
+            return false;
+        }
         if (Modo == 1) {
             Modo = 0;
             Tabela1->MoveLast();
@@ -383,7 +393,9 @@ bool Form1Cli::GravaFicha()
         return true;
     } catch (const RuntimeError&) {
         // Ends silently; the form tells it by staying as it was.
-        return bothStored || !takeSaveBack(clientStored, before);
+        if (!bothStored)
+            takeSaveBack(clientStored, before);
+        return bothStored;
     }
 }
 
@@ -413,28 +425,46 @@ void Form1Cli::fillRows()
         Tabela1->Fields(FirstFlag + flag) = Check1(flag).value() != 0;
 }
 
-// After a save that failed: neither row is stored, and a new row is pending again. False where even
-// that cannot be had; then no row must be written under these boxes.
-bool Form1Cli::takeSaveBack(bool clientStored, const std::vector<Value>& before)
+// After a save that failed: neither row is stored, and a new row is pending again. Where not even
+// that can be had, the rows are found again before anything is written.
+void Form1Cli::takeSaveBack(bool clientStored, const std::vector<Value>& before)
 try {
+    rowsAreLost_ = true;
     Tabela1->CancelUpdate();
     Tabela4->CancelUpdate();
     if (Modo == 1) {
-        if (clientStored) {
+        // A disk that failed has taken the row back already.
+        if (clientStored && !Tabela1->eof())
             Tabela1->Delete();
-            if (Tabela1->RecordCount() != 0)
-                Tabela1->MoveLast();
-        }
+        if (Tabela1->RecordCount() != 0)
+            Tabela1->MoveLast();
         beginNewRows();
-        return true;
+        return;
     }
     if (clientStored)
         write(Tabela1, before);
     makeCurrentAgain(Tabela1);
     makeCurrentAgain(Tabela4);
+    rowsAreLost_ = false;
+} catch (const RuntimeError&) {
+    // They stay lost.
+}
+
+bool Form1Cli::findRowsAgain()
+try {
+    Tabela1->CancelUpdate();
+    Tabela4->CancelUpdate();
+    if (Modo == 1) {
+        beginNewRows();
+        return true;
+    }
+    for (const ObjectVariable<Recordset>* table : {&Tabela1, &Tabela4}) {
+        (*table)->MoveFirst();
+        (*table)->Find(likeCriterion(u"numero"_s, Text1(13).text()));
+    }
+    rowsAreLost_ = false;
     return true;
 } catch (const RuntimeError&) {
-    Modo = 0;
     return false;
 }
 
@@ -482,6 +512,8 @@ void Form1Cli::Excluir()
 
 void Form1Cli::ExcluiFicha()
 {
+    if (rowsAreLost_ && !findRowsAgain())
+        return;
     std::vector<Value> client;
     bool clientDeleted = false;
     try {
@@ -499,6 +531,10 @@ void Form1Cli::ExcluiFicha()
             try {
                 Tabela1->AddNew();
                 write(Tabela1, client);
+                // Back to its place among the numbers: the last row gives the next number.
+                close(Tabela1);
+                open(Tabela1, Conexao1, ClientsByNumber);
+                Tabela1->Find(likeCriterion(u"numero"_s, client[0].textOrEmpty()));
             } catch (const RuntimeError&) {
                 // Nothing more can be done here; the row shown below is the one that is current.
             }
@@ -581,10 +617,13 @@ void Form1Cli::ColaCliente()
 void Form1Cli::Saida()
 {
     reopenTabela3(u"SELECT * FROM Cliente"_s);
-    if (Text1(15).text().isEmpty())
+    const QString before = Text1(15).text();
+    if (before.isEmpty())
         Text1(15).setText(dateText(Clock::today()));
     ImprimeFichaSaida();
-    GravaFicha();
+    // An exit that is not stored must not look as if it were.
+    if (!GravaFicha())
+        Text1(15).setText(before);
 }
 
 void Form1Cli::Cancela()

@@ -86,7 +86,11 @@ private:
     void backToBrowsing();
     void storeText(int box);
     void fillRows();
-    bool takeSaveBack(bool clientStored, const std::vector<Value>& before);
+    bool findRowsAgain();
+    void takeSaveBack(bool clientStored, const std::vector<Value>& before);
     Access access() const;
     void setAccess(const Access& access);
+
+    // A save failed so badly that the rows under the boxes are not those that are current.
+    bool rowsAreLost_ = false;
 };

@@ -127,6 +127,24 @@ TEST_F(Funcoes, FailedOpeningLeavesConfigurationAndExit)
     }
 }
 
+TEST_F(Funcoes, FileThatWentBadSinceItWasOpenedFailsAtTheNextOpening)
+{
+    AbreBanco();
+    QFile file(mainFile());
+    const qint64 size = file.size();
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QByteArray good = file.readAll();
+    for (const QByteArray& bad : {QByteArray(static_cast<int>(size), 'x'), good.left(5000)}) {
+        ASSERT_TRUE(file.resize(0) && file.seek(0) && file.write(bad) == bad.size() &&
+                    file.flush());
+        expectConnectionBox(mainFile());
+        expectAdvice();
+        AbreBanco();
+    }
+    ASSERT_TRUE(file.resize(0) && file.seek(0) && file.write(good) == good.size() && file.flush());
+    AbreBanco();
+}
+
 TEST_F(Funcoes, OtherPairsFailInTheirOwnWays)
 {
     const QString path = folder() + u"/nada.mdb"_s;

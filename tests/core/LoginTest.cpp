@@ -163,7 +163,9 @@ TEST_F(Login, NameTypedWithoutAClickIsRefused)
     addUser(u"Rui"_s, u"dois"_s);
     expectRefusal();
     inDialog([] {
+        enter(log().Combo1);
         log().Combo1.setText(u"Rui"_s);
+        press(log().Combo1, Qt::Key_Tab);
         type(log().Text1, u"dois"_s);
         click(log().Command1(0));
     });

@@ -6,8 +6,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTest>
 #include <QTableView>
+#include <QTest>
 #include <QVBoxLayout>
 
 namespace {
@@ -159,7 +159,8 @@ TEST_F(ControlsTest, AHandlerThatUnloadedItsFormGoesOnWithoutEffect)
     EXPECT_EQ(sample().loads, 2);
     EXPECT_TRUE(sample().Command1.enabled());
     EXPECT_EQ(sample().Text1(0).text(), u"desenho"_s);
-    EXPECT_EQ(sample().events, (QStringList{u"Load"_s, u"Click"_s, u"Change3"_s, u"Unload"_s, u"Load"_s}));
+    EXPECT_EQ(sample().events,
+              (QStringList{u"Load"_s, u"Click"_s, u"Change3"_s, u"Unload"_s, u"Load"_s}));
 }
 
 TEST_F(ControlsTest, AFailedLoadShowsItsBoxAndUnloadsTheForm)
@@ -188,6 +189,31 @@ TEST_F(ControlsTest, KeysPassThroughKeyPress)
     EXPECT_EQ(sample().Text1(12).text(), u"\n"_s);
     press(sample().Command1, Qt::Key_Return);
     EXPECT_EQ(sample().events.back(), u"Click"_s);
+    sample().Text1(3).setText(QString());
+    QInputMethodEvent composed;
+    composed.setCommitString(u"\u00e1xy"_s);
+    QCoreApplication::sendEvent(sample().Text1(3).widget(), &composed);
+    EXPECT_EQ(sample().Text1(3).text(), u"\u00e1z"_s) << "what dead keys compose is filtered, too";
+}
+
+TEST_F(ControlsTest, AnAccessKeyPressesAtOnceAndOnceHoweverLongItIsHeld)
+{
+    sample().show();
+    enter(sample().Text1(0));
+    sample().events.clear();
+    QWidget* box = sample().Text1(0).widget();
+    const auto altI = [box](bool held) {
+        return qt_sendShortcutOverrideEvent(box, 0, Qt::Key_I, Qt::AltModifier, u"i"_s, held);
+    };
+    EXPECT_TRUE(altI(false));
+    EXPECT_EQ(sample().events, (QStringList{u"Lost0"_s, u"Click"_s}));
+    enter(sample().Text1(0));
+    sample().events.clear();
+    EXPECT_FALSE(altI(true));
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_I, Qt::AltModifier, u"i"_s, true);
+    QCoreApplication::sendEvent(box, &held);
+    EXPECT_EQ(sample().events, QStringList());
+    EXPECT_EQ(sample().Text1(0).text(), u"desenho"_s);
 }
 
 TEST_F(ControlsTest, FocusTakenBackInLostFocusWins)
@@ -228,7 +254,8 @@ TEST_F(ControlsTest, GridRowsFollowTheClassicArithmetic)
 
 TEST_F(ControlsTest, MaskedBoxIsTolerant)
 {
-    struct Row {
+    struct Row
+    {
         QString given, text, clip;
     };
     for (const Row& row : {Row{u"1199998888"_s, u"(11)9999-8888"_s, u"1199998888"_s},

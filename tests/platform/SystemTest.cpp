@@ -276,6 +276,11 @@ TEST_F(SystemTest, AnInstanceIsHeldPerInstallationAndAKilledOneLeavesNoTrace)
     char first = 0;
     ASSERT_EQ(read(ready[0], &first, 1), 1);
     EXPECT_EQ(first, 'y');
+    // Another user's session has a runtime folder of its own.
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder));
+    EXPECT_TRUE(InstanceLock(folder).heldByAnother());
+    qputenv("XDG_RUNTIME_DIR", runtime);
     EXPECT_TRUE(InstanceLock(folder).heldByAnother());
     EXPECT_TRUE(InstanceLock(folder + u"/../"_s + QDir(folder).dirName()).heldByAnother());
     EXPECT_FALSE(InstanceLock(folder + u"2"_s).heldByAnother());

@@ -1,5 +1,6 @@
 # What the roads share: a display of their own, programs and their windows, keys, checks from
-# outside. Sourced by tests/road/road.
+# outside. Sourced by tests/road/road. ROAD_SCREEN=1366x768 and QT_SCALE_FACTOR=2 show the windows
+# as other shops have them.
 
 program_folder=
 out=
@@ -7,11 +8,13 @@ work=
 road=
 faults=0
 declare -a started=()
+screen=${ROAD_SCREEN:-1024x740}
+scale=${QT_SCALE_FACTOR:-1}
 
 # --- display ---------------------------------------------------------------------------------
 
 start_display() {
-    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
     started+=($!)
     wait_for "a display" 60 test -s "$work/display"
     export DISPLAY=":$(<"$work/display")"
@@ -39,7 +42,13 @@ stop_everything() {
 }
 
 # picture PATTERN NAME: of one window, without its frame.
-picture() { import -window "$(window "$1")" "$out/$2.png"; }
+picture() {
+    arrive "$1"
+    # Whatever is still being drawn.
+    sleep 0.3
+    mkdir -p "$out/windows"
+    import -window "$(window "$1")" +dither -colors 128 "png8:$out/windows/$2.png"
+}
 shot() { import -window root "$out/$road-$1.png"; }
 
 # --- waiting and checking --------------------------------------------------------------------
@@ -65,6 +74,16 @@ give_up() {
     fi
     tail -n 5 "$work"/*.log "$work"/*/output 2>/dev/null || true
     exit 1
+}
+
+# expect_whole WHAT PATTERN: the window lies within the screen.
+expect_whole() {
+    local left right top bottom
+    eval "$(xwininfo -id "$(window "$2")" -stats | awk '
+        /Absolute upper-left X/ { print "left=" $NF } /Absolute upper-left Y/ { print "top=" $NF }
+        /Width:/ { print "right=$((left + " $NF "))" } /Height:/ { print "bottom=$((top + " $NF "))" }')"
+    expect "$1 is on the screen" \
+        $((left >= 0 && top >= 0 && right <= ${screen%x*} && bottom <= ${screen#*x})) 1
 }
 
 expect() {
@@ -167,10 +186,6 @@ key() {
     for each in "$@"; do
         xdotool key "$each"
         pause
-        if [[ $each == alt+* ]]; then
-            # A button pressed by its letter acts when it springs back.
-            sleep 0.15
-        fi
     done
 }
 
@@ -211,13 +226,13 @@ click_in() {
 
 # bands PATTERN: the upper edges of the rows that are lit in the window's grids, from the top.
 bands() {
-    import -window "$(window "$1")" -crop 1x2000+14+0 +repage -depth 8 txt:- |
+    import -window "$(window "$1")" -crop "1x2000+$((14 * scale))+0" +repage -depth 8 txt:- |
         awk -F'[,:]' 'toupper($0) ~ /#2B6CB0/ { if ($2 != last + 1) print $2 + 0; last = $2 }'
 }
 
 # click_row PATTERN TOP ROW [COUNT]: the row of the grid whose first row stands at TOP.
-click_row() { click_in "$1" 120 $(($2 + ($3 - 1) * row_height + row_height / 2)) "${4:-1}"; }
-row_height=21
+click_row() { click_in "$1" $((120 * scale)) $(($2 + ($3 - 1) * row_height + row_height / 2)) "${4:-1}"; }
+row_height=$((21 * scale))
 
 # answer TITLE KEY: a box, once it is up; the key ends it.
 answer() {

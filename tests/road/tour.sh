@@ -1,42 +1,200 @@
-# Pictures of the forms over the data of the example shop.
+# A picture of every window in its states, over the data of the example shop, for docs/ and the eye.
 
 copy_program exemplo
 "$work/exemplo/vorbelo-setup" --exemplos >/dev/null
+front='CGC|CPF|SISTEMA VORBELO'
+main='Usuario: Administrador'
+record='^Fichario de Clientes'
+parts='^Cadastro de Peças'
+sale='^Venda de peças'
+report='^Relatório movimento de caixa'
+
+# take NAME PATTERN: the picture of a window that is whole on the screen.
+take() {
+    picture "$2" "$1"
+    expect_whole "$1" "$2"
+}
+# box NAME TITLE KEY: the picture of a box; the key ends it.
+box() {
+    arrive "$2"
+    take "$1" "$2"
+    key "$3"
+    leave "$2"
+}
+
+# --- in the door
 start exemplo
-enter_as_administrator
-picture 'Usuario: Administrador' main-window
+take main-closed "$front"
+key Tab space
+arrive 'Validar usuario'
+key Down Tab
+text 123
+take login 'Validar usuario'
+key Return Return
+box login-refused '^Vorbelo$' Return
+arrive 'Validar usuario'
+key shift+Tab
+retype 1234
+key Return Return
+focus_of[$name]=Command1_13
+arrive "$main"
+take main-open "$main"
 
+# --- the record of a job
 key F2
-arrive '^Fichario de Clientes'
-picture '^Fichario de Clientes' client-record
+arrive "$record"
+take record "$record"
+key alt+e alt+e space
+box print-dialog '^Imprimir$' Escape
+arrive "$record"
+key alt+e space
+times 2 Return
+take record-editing "$record"
+key alt+s
+key alt+i
+take record-new "$record"
+key alt+F4
+leave "$record"
+arrive "$main"
+key F2
+arrive "$record"
+key alt+c alt+c
+times 10 Return
+take record-copy "$record"
+key alt+F4
+leave "$record"
+arrive "$main"
+key F2
+arrive "$record"
+key alt+e space alt+e
+box record-delete '^Vorbelo$' alt+n
+arrive "$record"
 key alt+f
-leave '^Fichario de Clientes'
+leave "$record"
 
-arrive 'Usuario: Administrador'
+# --- its search
+arrive "$main"
 key ctrl+c
 arrive '^Busca Cliente'
+take search-empty '^Busca Cliente'
 key Tab
 text ma
 arrive '^Buscar Cliente - '
-picture '^Buscar Cliente - ' client-search
+take search-found '^Buscar Cliente - '
 key alt+F4
 leave '^Buscar Cliente - '
 
-arrive 'Usuario: Administrador'
+# --- parts
+arrive "$main"
+key F4
+arrive "$parts"
+take part "$parts"
+key alt+i
+take part-new "$parts"
+key alt+F4
+leave "$parts"
+arrive "$main"
+key F4
+arrive "$parts"
+key alt+c alt+c
+take part-copy "$parts"
+key alt+F4
+leave "$parts"
+arrive "$main"
+key F4
+arrive "$parts"
+key alt+p
+arrive '^Buscar Peça'
+key Tab
+text cap
+arrive '^Buscar Peça - '
+take part-search '^Buscar Peça'
+key alt+F4
+leave '^Buscar Peça'
+
+# --- a sale
+arrive "$main"
 press_main Command1_10
-arrive '^Venda de peças'
-catalogue=$(bands '^Venda de peças' | head -1)
+arrive "$sale"
+take sale-empty "$sale"
+catalogue=$(bands "$sale" | head -1)
 for row in 1 2 3; do
-    click_row '^Venda de peças' "$catalogue" "$row"
+    click_row "$sale" "$catalogue" "$row"
+    if ((row == 2)); then
+        take sale-picked "$sale"
+    fi
     times 4 Tab
     retype "$row"
     key Return space
 done
-picture '^Venda de peças' sale
+take sale "$sale"
+key alt+o
+box sale-question '^Vorbelo$' alt+n
+arrive "$sale"
 key alt+f
-answer '^Vorbelo$' Return
-leave '^Venda de peças'
+box sale-left '^Vorbelo$' Return
+leave "$sale"
 
-arrive 'Usuario: Administrador'
-key alt+F4
+# --- the cash
+query "$work/exemplo/GALTERIA1.mdb" "DELETE FROM MOVIMENTO WHERE quantidade IS NULL"
+arrive "$main"
+press_main Command1_15
+arrive "$report"
+take report "$report"
+key alt+e
+box report-delete '^Vorbelo$' alt+n
+arrive "$report"
+key alt+f
+leave "$report"
+
+# --- the way out
+arrive "$main"
+press_main Command1_7
+box exit '^Sair do Sistema$' Return
 expect_end 'the tour ends well'
+
+# --- a new shop, nothing in it yet
+lay_down nova
+start nova
+enter_as_administrator
+key F2
+arrive "$record"
+take record-empty-table "$record"
+key alt+f
+leave "$record"
+arrive "$main"
+key F4
+arrive "$parts"
+take part-empty-table "$parts"
+key alt+f
+leave "$parts"
+arrive "$main"
+press_main Command1_10
+arrive "$sale"
+take sale-empty-table "$sale"
+key alt+f
+leave "$sale"
+arrive "$main"
+press_main Command1_15
+arrive "$report"
+take report-empty "$report"
+key alt+f
+leave "$report"
+
+# --- the shared file is away: the clerk is told, and what needs it stays shut
+arrive "$main"
+mv "$work/nova/GALTERIA1.mdb" "$work/nova/away.mdb"
+key F2
+box file-missing '^conecxão$' Return
+arrive '^Vorbelo$'
+take file-missing-advice '^Vorbelo$'
+key Return
+sleep 0.5
+answer '^Vorbelo$' Return
+answer '^Fichario de Cliente$' Return
+arrive "$record"
+take record-file-missing "$record"
+key alt+f
+leave "$record"
+arrive "$main"
+take main-limited "$main"

@@ -1,4 +1,7 @@
+#include "FailingDisk.h"
 #include "StockTest.h"
+
+#include <QWidget>
 
 #include "Funciones.h"
 
@@ -214,6 +217,51 @@ TEST_F(RegisterTest, SaveThatFailsCanBeTriedAgain)
                                         u"0000002|*******|0|New|0|**********"_s}));
         form<Form1Pec>().unload();
         mainSql(u"DELETE FROM Pecas WHERE CODIGO <> '0000001'"_s);
+    }
+}
+
+TEST_F(RegisterTest, EditOverAnotherStationsSaleIsStoredAtTheSecondTry)
+{
+    addPart(u"0000001"_s, u"Resistor"_s);
+    openRegister();
+    press(2);
+    type(form<Form1Pec>().Text1(0), u"Resistor 1k"_s);
+    mainSql(u"UPDATE Pecas SET ESTOQUE = '3'"_s);
+    press(1);
+    EXPECT_EQ(parts(), QStringList{u"0000001|A1|3|Resistor|25000|BC"_s});
+    EXPECT_TRUE(form<Form1Pec>().Command1(1).widget()->hasFocus());
+    press(1);
+    EXPECT_EQ(parts(), QStringList{u"0000001|A1|3|Resistor 1k|25000|BC"_s})
+        << "the stock, not typed here, is the other station's";
+}
+
+TEST_F(RegisterTest, FullDiskLosesNoPart)
+{
+    FailingDisk disk;
+    addPart(u"0000001"_s, u"Resistor"_s);
+    for (const int begin : {0, 2}) {
+        bool refused = true;
+        for (int n = 1; refused; ++n) {
+            SCOPED_TRACE(n);
+            setMsgBoxForTests([](const Box&) { return Answer::Ok; });
+            openRegister();
+            press(begin);
+            type(form<Form1Pec>().Text1(0), u"New"_s);
+            disk.fillFrom(n, "GALTERIA1.mdb");
+            press(1);
+            refused = FailingDisk::refused();
+            disk.empty();
+            if (refused) {
+                EXPECT_EQ(stocks().size(), 1);
+                EXPECT_TRUE(form<Form1Pec>().Command1(1).enabled());
+                press(1);
+            }
+            EXPECT_EQ(stocks().size(), begin == 0 ? 2 : 1);
+            EXPECT_EQ(parts().filter(u"|New|"_s).size(), 1);
+            form<Form1Pec>().unload();
+            mainSql(u"DELETE FROM Pecas WHERE CODIGO <> '0000001'; "
+                    "UPDATE Pecas SET DESCRICAO = 'Resistor'"_s);
+        }
     }
 }
 

@@ -207,6 +207,20 @@ TEST_F(SaleTest, LineThatFailsCanBeAddedAgain)
     EXPECT_TRUE(ends().empty());
 }
 
+TEST_F(SaleTest, LineThatCannotBeTakenOutLeavesTheTotals)
+{
+    openSale();
+    sell(1, u"3"_s);
+    sql(listFile(),
+        u"CREATE TRIGGER deaf BEFORE DELETE ON Pecas BEGIN SELECT RAISE(ABORT, ''); END"_s);
+    click(sale().MSFlexGrid2, 1);
+    const QString total = sale().Text3.text();
+    expectErrorBox();
+    press(sale().MSFlexGrid2, Qt::Key_Escape);
+    EXPECT_EQ(sale().Text3.text(), total);
+    EXPECT_EQ(sale().Text5.text(), u"3"_s);
+}
+
 TEST_F(SaleTest, MissingListUnloadsTheFormAgain)
 {
     ASSERT_TRUE(QFile::remove(listFile()));

@@ -1,3 +1,4 @@
+#include "FailingDisk.h"
 #include "RuntimeError.h"
 #include "StockTest.h"
 
@@ -167,6 +168,54 @@ TEST_F(WriteOffTest, FailureAnywhereBooksNoWrongPart)
         sale().unload();
     }
     EXPECT_TRUE(ends().empty());
+}
+
+TEST_F(WriteOffTest, SecondTryAfterAListThatCouldNotBeEmptiedBooksTheSamePart)
+{
+    for (int part = 1; part <= 3; ++part)
+        addPart(code(part), u"Part"_s);
+    openSale();
+    sell(1, u"2"_s);
+    sql(listFile(),
+        u"CREATE TRIGGER deaf BEFORE DELETE ON Pecas BEGIN SELECT RAISE(ABORT, ''); END"_s);
+    print(Answer::Yes);
+    const QStringList before{u"0000001 10"_s, u"0000002 10"_s, u"0000003 10"_s};
+    EXPECT_EQ(stocks(), before);
+    sql(listFile(), u"DROP TRIGGER deaf"_s);
+    print(Answer::Yes);
+    EXPECT_EQ(stocks(), (QStringList{u"0000001 8"_s, before[1], before[2]}));
+}
+
+TEST_F(WriteOffTest, BookingThatDoesNotBecomeDurableShowsTheListAgain)
+{
+    FailingDisk disk;
+    addPart(u"0000001"_s, u"First"_s);
+    addPart(u"0000002"_s, u"Second"_s);
+    openSale();
+    sell(2, u"2"_s);
+    const QString line = gridRows(sale().MSFlexGrid2).front();
+    const QStringList catalogue = gridRows(sale().MSFlexGrid1);
+    bool refused = true;
+    for (int n = 1; refused; ++n) {
+        SCOPED_TRACE(n);
+        setMsgBoxForTests([](const Box& box) {
+            return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
+        });
+        disk.fillFrom(n, "GALTERIA1.mdb", 1);
+        click(sale().Command2(1));
+        refused = FailingDisk::refused();
+        disk.empty();
+        if (!refused)
+            break;
+        EXPECT_EQ(lines().size(), 1);
+        EXPECT_EQ(cash().size(), 0);
+        EXPECT_EQ(gridRows(sale().MSFlexGrid2).value(0), line);
+        EXPECT_EQ(gridRows(sale().MSFlexGrid1), catalogue);
+        EXPECT_EQ(sale().Text3.text(), u"5,00"_s);
+        EXPECT_TRUE(sale().Command2(1).enabled());
+    }
+    EXPECT_EQ(stocks(), (QStringList{u"0000001 10"_s, u"0000002 8"_s}));
+    EXPECT_EQ(lines().size(), 0);
 }
 
 TEST_F(WriteOffTest, PartsAtExactlyZeroAreOrderedOnceAnOpening)

@@ -1,3 +1,4 @@
+#include "FailingDisk.h"
 #include "WorkshopTest.h"
 
 #include <QWidget>
@@ -401,6 +402,81 @@ TEST_F(Form1CliTest, SearchClosesTheRecordAndOpensTheDialog)
     EXPECT_FALSE(cli.isLoaded());
     EXPECT_TRUE(form<Buscacli>().isVisible());
     EXPECT_FALSE(form<Buscacli>().MSFlexGrid1.visible());
+}
+
+TEST_F(Form1CliTest, EditWithoutAnyTwinStaysOpenToBeTriedAgain)
+{
+    addOrder(u"0000001"_s, u"Ana"_s);
+    mainSql(u"DELETE FROM PECAAPLICADA"_s);
+    Form1Cli& cli = openRecord();
+    press(2);
+    cli.Text1(0).setText(u"Beto"_s);
+    press(1);
+    EXPECT_EQ(orders(), QStringList{u"0000001 Ana"_s});
+    EXPECT_EQ(enabledOf(cli.Command1), u"1 3 9"_s);
+    EXPECT_EQ(cli.Text1(0).text(), u"Beto"_s);
+}
+
+TEST_F(Form1CliTest, OrderKeptByItsTwinKeepsItsPlaceAmongTheNumbers)
+{
+    for (const QString& number : {u"0000001"_s, u"0000002"_s, u"0000003"_s})
+        addOrder(number, u"Ana"_s);
+    Form1Cli& cli = openRecord();
+    press(2);
+    mainSql(u"UPDATE PECAAPLICADA SET NOME = 'Rui' WHERE NUMERO = '0000001'"_s);
+    expectQuestion(DeleteQuestion, Answer::Yes);
+    press(3);
+    EXPECT_EQ(orders().size(), 3);
+    EXPECT_EQ(cli.Text1(13).text(), u"0000001"_s);
+    press(0);
+    EXPECT_EQ(cli.Text1(13).text(), u"0000004"_s);
+}
+
+TEST_F(Form1CliTest, ExitThatIsNotStoredDoesNotLookStored)
+{
+    addOrder(u"0000001"_s, u"Ana"_s);
+    Form1Cli& cli = openRecord();
+    changeOrder(u"0000001"_s, u"Nome = 'Rui'"_s);
+    press(7);
+    EXPECT_EQ(stored(u"0000001"_s, u"datasaida"_s), u"NULL"_s);
+    EXPECT_EQ(cli.Text1(15).text(), QString());
+}
+
+// A disk that is full from the n-th write of a save on, for every n: both rows or none, and the
+// form stays open with what was typed, to be tried again.
+TEST_F(Form1CliTest, FullDiskLosesNoOrder)
+{
+    FailingDisk disk;
+    for (const int begin : {0, 2}) {
+        bool refused = true;
+        for (int n = 1; refused; ++n) {
+            SCOPED_TRACE(n);
+            setMsgBoxForTests([](const Box&) { return Answer::Ok; });
+            mainSql(u"DELETE FROM Cliente; DELETE FROM PECAAPLICADA"_s);
+            addOrder(u"0000001"_s, u"Ana"_s);
+            Form1Cli& cli = openRecord();
+            press(begin);
+            cli.Text1(0).setText(u"Beto"_s);
+            const QString open = enabledOf(cli.Command1);
+            disk.fillFrom(n, "GALTERIA1.mdb");
+            press(1);
+            refused = FailingDisk::refused();
+            if (refused) {
+                EXPECT_EQ(orders(), QStringList{u"0000001 Ana"_s});
+                EXPECT_EQ(enabledOf(cli.Command1), open);
+                EXPECT_EQ(cli.Text1(0).text(), u"Beto"_s);
+                press(1); // still full
+                disk.empty();
+                press(1);
+            }
+            disk.empty();
+            EXPECT_EQ(enabledOf(cli.Command1), Browsing);
+            EXPECT_EQ(orders(), begin == 2 ? QStringList{u"0000001 Beto"_s}
+                                           : (QStringList{u"0000001 Ana"_s, u"0000002 Beto"_s}));
+            EXPECT_EQ(twins(), orders());
+            cli.unload();
+        }
+    }
 }
 
 // The n-th call of a save or a deletion fails, for every n: both rows or none, and the form either

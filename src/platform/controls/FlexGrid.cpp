@@ -151,7 +151,8 @@ void FlexGrid::attach(FormWindow& window, QWidget* widget)
     const auto showRow = [view, model] {
         const QSignalBlocker quiet(view->selectionModel());
         const int row = model->currentRow() - 1;
-        if (row >= 0 && row < model->rowCount())
+        // A row without text is not lit: nothing stands there to be picked.
+        if (row >= 0 && row < model->rowCount() && !model->isEmptyRow(row + 1))
             view->selectRow(row);
     };
     QObject::connect(model, &GridModel::published, view, showRow);

@@ -170,7 +170,8 @@ void Form::show(ShowStyle style)
         const QWidget* below = windowInUse();
         placeOver(window, below);
         window.setWindowModality(style == ShowStyle::Modal ? Qt::ApplicationModal : Qt::NonModal);
-        if (style == ShowStyle::Modal && below) {
+        if (below) {
+            // It stays above the form that it was opened from.
             window.winId();
             window.windowHandle()->setTransientParent(below->window()->windowHandle());
         }

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -39,6 +40,11 @@ int keyCode(const QKeyEvent& event)
     if ((event.modifiers() & Qt::AltModifier) || event.text().isEmpty())
         return 0;
     return event.text().front().unicode();
+}
+
+bool isHeldAccessKey(const QKeyEvent& event)
+{
+    return event.isAutoRepeat() && event.modifiers() == Qt::AltModifier && !event.text().isEmpty();
 }
 
 FormWindow* windowOf(const QWidget* widget)
@@ -193,6 +199,29 @@ bool FormWindow::keyPressed(Control& control, QWidget& widget, QKeyEvent& event)
     return true;
 }
 
+// What dead keys and other composing keys put together passes through KeyPress, too.
+bool FormWindow::composedTextArrived(QObject* watched, QInputMethodEvent& event)
+{
+    Control* control = controlOf(watched);
+    if (!control || replacingKey_ || event.commitString().isEmpty())
+        return false;
+    QString let;
+    for (const QChar each : event.commitString()) {
+        const int use = control->fireKeyPress(each.unicode());
+        if (!alive_)
+            return true;
+        if (use != 0)
+            let += QChar(use);
+    }
+    QInputMethodEvent replaced(event.preeditString(), event.attributes());
+    replaced.setCommitString(let, event.replacementStart(), event.replacementLength());
+    replacingKey_ = true;
+    QCoreApplication::sendEvent(watched, &replaced);
+    replacingKey_ = false;
+    deliverSentKeys();
+    return true;
+}
+
 bool FormWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (!alive_)
@@ -207,6 +236,10 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
     case QEvent::ShortcutOverride: {
         // The key of an enabled menu entry wins over a text box's own use of it.
         const auto* key = static_cast<QKeyEvent*>(event);
+        if (isHeldAccessKey(*key)) {
+            event->accept(); // it pressed its button once already
+            return true;
+        }
         const QKeySequence pressed(key->keyCombination());
         for (const QAction* action : widget_->findChildren<QAction*>())
             if (action->isEnabled() && action->shortcut() == pressed && !pressed.isEmpty()) {
@@ -221,7 +254,13 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
         if (!button || static_cast<QShortcutEvent*>(event)->isAmbiguous())
             return false;
         button->setFocus(Qt::ShortcutFocusReason);
-        return !alive_ || widget_->focusWidget() != button;
+        if (!alive_ || widget_->focusWidget() != button)
+            return true;
+        // Pressed at once: the next key of a quick typist belongs to what the button opens.
+        if (!qobject_cast<QPushButton*>(button))
+            return false;
+        button->click();
+        return true;
     }
     case QEvent::MouseButtonPress: {
         // The toolkit has moved the focus already; a box that took it back swallows the click.
@@ -234,11 +273,15 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
         auto* widget = qobject_cast<QWidget*>(watched);
         if (!control || !widget || replacingKey_)
             return false;
+        if (isHeldAccessKey(*static_cast<QKeyEvent*>(event)))
+            return true;
         const bool used = keyPressed(*control, *widget, *static_cast<QKeyEvent*>(event));
         if (used)
             deliverSentKeys();
         return used;
     }
+    case QEvent::InputMethod:
+        return composedTextArrived(watched, *static_cast<QInputMethodEvent*>(event));
     case QEvent::MouseButtonRelease:
         // A click beside all rows is a click on the grid, too.
         if (const auto* viewport = qobject_cast<QWidget*>(watched))

@@ -11,6 +11,7 @@
 class Control;
 class Form;
 class QEventLoop;
+class QInputMethodEvent;
 class QKeyEvent;
 
 // One window of a form, from its load to its unload, with the controls that its handles mean. It is
@@ -42,6 +43,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool composedTextArrived(QObject* watched, QInputMethodEvent& event);
     bool keyPressed(Control& control, QWidget& widget, QKeyEvent& event);
 
     Form& form_;

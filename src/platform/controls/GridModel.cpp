@@ -150,6 +150,14 @@ QString GridModel::text(int row, int col) const
     return workCells_[static_cast<size_t>(col)];
 }
 
+bool GridModel::isEmptyRow(int row) const
+{
+    for (int col = 0; col < cols_; ++col)
+        if (!text(row, col).isEmpty())
+            return false;
+    return true;
+}
+
 void GridModel::setText(int row, int col, const QString& text)
 {
     if (row > 0)
@@ -206,6 +214,13 @@ int GridModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : cols_;
 }
 
+QVariant GridModel::alignment(int col) const
+{
+    const bool isNumber =
+        std::find(numberColumns_.begin(), numberColumns_.end(), col) != numberColumns_.end();
+    return QVariant(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
+}
+
 QVariant GridModel::data(const QModelIndex& index, int role) const
 {
     const int row = index.row() + 1;
@@ -213,11 +228,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
         return {};
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
         return text(row, index.column());
-    if (role == Qt::TextAlignmentRole) {
-        const bool isNumber = std::find(numberColumns_.begin(), numberColumns_.end(),
-                                        index.column()) != numberColumns_.end();
-        return QVariant(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
-    }
+    if (role == Qt::TextAlignmentRole)
+        return alignment(index.column());
     return {};
 }
 
@@ -228,6 +240,6 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::DisplayRole)
         return text(0, section);
     if (role == Qt::TextAlignmentRole)
-        return QVariant(Qt::AlignVCenter | Qt::AlignLeft);
+        return alignment(section);
     return {};
 }

@@ -23,6 +23,7 @@ public:
     void setCols(int cols);
     QString text(int row, int col) const;
     void setText(int row, int col, const QString& text);
+    bool isEmptyRow(int row) const;
     // Writes the last row and adds an empty one, as long as next() gives the row's cells.
     void fillRows(const std::function<bool(GridRow& row)>& next);
     void setLazyRows(int count, std::function<QString(int row, int col)> cell);
@@ -45,6 +46,7 @@ signals:
     void published();
 
 private:
+    QVariant alignment(int col) const;
     void changed();
     void makePlain(int rows);
     void work(int row) const;

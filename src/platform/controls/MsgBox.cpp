@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
@@ -46,6 +47,7 @@ public:
             break;
         }
         setDefaultButton(buttons_.front().first);
+        makeRoomForTitle();
     }
 
     Answer answer()
@@ -73,6 +75,18 @@ protected:
     }
 
 private:
+    // The frame's own buttons stand beside the title and would cut it in a narrow box.
+    void makeRoomForTitle()
+    {
+        constexpr int FrameButtons = 140;
+        auto* grid = qobject_cast<QGridLayout*>(layout());
+        if (!grid)
+            return;
+        auto* room = new QSpacerItem(fontMetrics().horizontalAdvance(windowTitle()) + FrameButtons,
+                                     0, QSizePolicy::Minimum, QSizePolicy::Expanding);
+        grid->addItem(room, grid->rowCount(), 0, 1, grid->columnCount());
+    }
+
     static QMessageBox::Icon iconOf(BoxIcon icon)
     {
         switch (icon) {

@@ -157,6 +157,10 @@ void ComboBox::attach(FormWindow& window, QWidget* widget)
         return;
     combo->setInsertPolicy(QComboBox::NoInsert);
     combo->setCompleter(nullptr);
+    // The stock box picks the entry whose text was typed when the focus leaves it; here typing is
+    // no click.
+    if (combo->lineEdit())
+        QObject::disconnect(combo->lineEdit(), &QLineEdit::editingFinished, combo, nullptr);
     QObject::connect(combo, &QComboBox::currentIndexChanged, &window, [this, &window](int index) {
         if (window.alive() && index >= 0)
             fire(click_);

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// The mark of a running program: a lock on a small file in this user's runtime folder on this
+// The mark of a running program: a lock on a small file among the temporary ones of this
 // computer, named after the installation folder, which need not be writable. The system gives the
 // lock back when the process ends, also when it is killed.
 class InstanceLock
@@ -22,6 +22,7 @@ private:
     bool heldByAnother_ = false;
 };
 
-// True when another living process of this user runs the program from the same installation folder.
-// Taken once at the first call and held until the process ends; a killed process leaves no trace.
+// True when another living process on this computer runs the program from the same installation
+// folder. Taken once at the first call and held until the process ends; a killed process leaves no
+// trace.
 bool previousInstance();

@@ -8,7 +8,8 @@
 #include <string>
 
 // A disk that is full for every file whose path ends with the given text, from the moment on in
-// which it is armed.
+// which it is armed; or from the n-th write after it to those files or their journals, for good or
+// for so many writes.
 class FailingDisk
 {
 public:
@@ -32,8 +33,23 @@ public:
     FailingDisk(const FailingDisk&) = delete;
     FailingDisk& operator=(const FailingDisk&) = delete;
 
-    void fillFor(const std::string& pathSuffix) { suffix() = pathSuffix; }
+    void fillFor(const std::string& pathSuffix)
+    {
+        suffix() = pathSuffix;
+        journalsToo() = false;
+        writesLeft() = 0;
+        refusalsLeft() = 1'000'000;
+    }
+    void fillFrom(int write, const std::string& pathSuffix, int refusals = 1'000'000)
+    {
+        refusalsLeft() = refusals;
+        suffix() = pathSuffix;
+        journalsToo() = true;
+        writesLeft() = write - 1;
+    }
     void empty() { suffix().clear(); }
+    // Whether a write was refused since it was armed.
+    static bool refused() { return writesLeft() < 0; }
 
 private:
     struct Opened
@@ -53,6 +69,21 @@ private:
         static std::string text;
         return text;
     }
+    static bool& journalsToo()
+    {
+        static bool too = false;
+        return too;
+    }
+    static int& refusalsLeft()
+    {
+        static int left = 0;
+        return left;
+    }
+    static int& writesLeft()
+    {
+        static int left = 0;
+        return left;
+    }
     static std::map<sqlite3_file*, Opened>& files()
     {
         static std::map<sqlite3_file*, Opened> opened;
@@ -71,10 +102,15 @@ private:
         }
         return code;
     }
+    static bool isMeant(const std::string& path)
+    {
+        return !suffix().empty() && (path.ends_with(suffix()) ||
+                                     (journalsToo() && path.ends_with(suffix() + "-journal")));
+    }
     static int write(sqlite3_file* file, const void* data, int count, sqlite3_int64 offset)
     {
         const Opened& opened = files()[file];
-        if (!suffix().empty() && opened.path.ends_with(suffix()))
+        if (isMeant(opened.path) && --writesLeft() < 0 && --refusalsLeft() >= 0)
             return SQLITE_FULL;
         return opened.usual->xWrite(file, data, count, offset);
     }
