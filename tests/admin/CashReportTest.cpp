@@ -75,6 +75,8 @@ TEST_F(CashReportTest, ListsByDateAndSumsQuantityAndValue)
         << "what was carried from the row before";
     EXPECT_EQ(report().caption(), u"Relatório movimento de caixa      Usuario: Ana  está usando"_s);
     EXPECT_EQ(principal().StatusBar1.panel(2), u"Formulário de Movimento de Caixa"_s);
+    report().show();
+    expectEasyToWalk(report());
     click(report().Command4);
     EXPECT_FALSE(report().isLoaded());
     EXPECT_TRUE(principal().StatusBar1.panel(2).startsWith(u"email:"_s));

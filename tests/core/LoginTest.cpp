@@ -162,7 +162,9 @@ TEST_F(Login, NameTypedWithoutAClickIsRefused)
     addUser(u"Ana"_s, u"um"_s);
     addUser(u"Rui"_s, u"dois"_s);
     expectRefusal();
+    expectEasyToWalk(principal());
     inDialog([] {
+        expectEasyToWalk(log());
         enter(log().Combo1);
         log().Combo1.setText(u"Rui"_s);
         press(log().Combo1, Qt::Key_Tab);

@@ -41,6 +41,7 @@ TEST_F(RegisterTest, EachActionLeavesItsButtonsAndBoxes)
     addPart(u"0000001"_s, u"Resistor"_s);
     addPart(u"0000002"_s, u"Diode"_s);
     const Form1Pec& parts = openRegister();
+    expectEasyToWalk(parts);
     struct Step
     {
         const char* name;
@@ -307,6 +308,7 @@ protected:
 TEST_F(PartSearchTest, EachBoxSearchesItsFieldAndEqualTextsTheFirst)
 {
     search().show();
+    expectEasyToWalk(search());
     EXPECT_FALSE(search().Command1.enabled());
     type(search().Text4(1), u"CAPACITOR"_s);
     EXPECT_EQ(gridRows(search().MSFlexGrid1), QStringList{u"0000001|A1|10|Capacitor 10|2,50"_s});

@@ -28,7 +28,7 @@ protected:
 
 TEST_F(SaleTest, OnlyAClickMakesAPartSaleable)
 {
-    openSale();
+    expectEasyToWalk(openSale());
     EXPECT_EQ(state(), u" / 0 locked"_s);
     EXPECT_EQ(gridRows(sale().MSFlexGrid1).last(), u"0000003|A1|0|Null|0,00"_s);
     sale().MSFlexGrid1.setRow(2);

@@ -12,8 +12,10 @@
 #include "RuntimeError.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QGroupBox>
 #include <QHeaderView>
 #include <QMenu>
 #include <QTableView>
@@ -229,4 +231,35 @@ QStringList gridRows(const FlexGrid& grid)
         rows << cells.join(u'|');
     }
     return rows;
+}
+
+void expectEasyToWalk(const Form& form)
+{
+    const QWidget* window = form.window();
+    ASSERT_TRUE(window);
+    const QWidget* before = nullptr;
+    for (const QWidget* now = window->nextInFocusChain(); now != window;
+         now = now->nextInFocusChain()) {
+        if (now->focusPolicy() == Qt::NoFocus || now->isHidden() || now->focusProxy() ||
+            now->objectName().startsWith(u"qt_"_s))
+            continue;
+        auto* seen = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(now));
+        const QString name = seen->text(QAccessible::Name);
+        // The toolkit lends the title of the group to those in it that have no name.
+        const auto* group = qobject_cast<const QGroupBox*>(now->parent());
+        EXPECT_TRUE(!now->accessibleName().isEmpty() ||
+                    (!name.isEmpty() && !(group && group->title() == name)))
+            << now->objectName().toStdString();
+        if (!(now->focusPolicy() & Qt::TabFocus))
+            continue;
+        if (before && before->parent() == now->parent()) {
+            const QPoint step = now->geometry().center() - before->geometry().center();
+            const bool sameLine = std::abs(step.y()) < now->height() / 2;
+            const bool nextColumn = now->geometry().left() > before->geometry().right();
+            EXPECT_TRUE(sameLine ? step.x() > 0 : step.y() > 0 || nextColumn)
+                << "from " << before->objectName().toStdString() << " to "
+                << now->objectName().toStdString();
+        }
+        before = now;
+    }
 }

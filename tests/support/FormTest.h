@@ -91,6 +91,10 @@ void click(FlexGrid& grid, int row);
 // Gives a box the focus as the Tab key would; the form must be shown.
 void enter(Control& control);
 
+// Every control of a shown form can be named by a screen reader, and Tab goes as the eye does: to the
+// right, then down, then to the next column.
+void expectEasyToWalk(const Form& form);
+
 // Indexes of the enabled buttons, locked boxes, in the manner "0 2 4".
 QString enabledOf(const ControlArray<CommandButton>& buttons);
 QString lockedOf(const ControlArray<TextBox>& boxes);

@@ -25,6 +25,7 @@ TEST_F(Form1CliTest, EachActionLeavesItsButtonsAndBoxes)
 {
     addOrder(u"0000004"_s, u"Ana"_s);
     Form1Cli& cli = openRecord();
+    expectEasyToWalk(cli);
     const auto focused = [&cli] {
         const QWidget* widget = cli.window()->focusWidget();
         return widget ? widget->objectName() : QString();
@@ -401,6 +402,7 @@ TEST_F(Form1CliTest, SearchClosesTheRecordAndOpensTheDialog)
     press(4);
     EXPECT_FALSE(cli.isLoaded());
     EXPECT_TRUE(form<Buscacli>().isVisible());
+    expectEasyToWalk(form<Buscacli>());
     EXPECT_FALSE(form<Buscacli>().MSFlexGrid1.visible());
 }
 
