@@ -6,6 +6,9 @@
 #include "Funciones.h"
 #include "RuntimeError.h"
 
+#include <QAccessible>
+#include <QWidget>
+
 namespace {
 
 class Login : public FormTest
@@ -129,6 +132,9 @@ TEST_F(Login, CaptionAndPanelTellWhoIsThereUntilLogout)
     EXPECT_EQ(principal().caption(),
               u"Oficina    CPF 123-456-789/01   Usuario: Ana  está usando"_s);
     EXPECT_EQ(principal().StatusBar1.panel(1), u"Usuario: Ana"_s);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(principal().Command1(13).widget())
+                  ->text(QAccessible::Name),
+              u"Desativar Usuario"_s);
 
     click(principal().Command1(13));
     EXPECT_EQ(principal().caption(), u"Oficina    CPF 123-456-789/01"_s);

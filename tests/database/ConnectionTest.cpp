@@ -9,6 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <sqlite3.h>
+
 namespace {
 
 class ConnectionTest : public DatabaseTest
@@ -90,6 +92,25 @@ TEST_F(ConnectionTest, ReadOnlyFileOpensAndRefusesToBeWritten)
     table->Fields(0) = u"b"_s;
     EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::EngineFault);
     EXPECT_EQ(table->Fields(0).text(), u"a"_s);
+}
+
+TEST_F(ConnectionTest, FileLockedElsewhereIsToldAfterAWhileAndCanBeTriedAgain)
+{
+    addSuppliers({u"a"_s});
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(mainFile().toUtf8().constData(), &other), SQLITE_OK);
+    sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    EXPECT_TRUE(textOf(mainFile()).endsWith(u"o arquivo já está sendo usado."_s))
+        << "a file that is open already, too";
+    table->Fields(0) = u"b"_s;
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::EngineFault);
+    EXPECT_EQ(table->Fields(0).text(), u"a"_s);
+    sqlite3_close(other);
+    EXPECT_EQ(textOf(mainFile()), QString());
+    table->Fields(0) = u"b"_s;
+    table->Update();
+    EXPECT_EQ(stored(u"NOMEEMPRESA"_s), QStringList{u"b"_s});
 }
 
 TEST_F(ConnectionTest, PathRunsToTheEndOfTheTextAndMayBeClassic)
