@@ -631,6 +631,9 @@ void Form1Cli::Cancela()
     backToBrowsing();
     Tabela1->CancelUpdate();
     Tabela4->CancelUpdate();
+    // Where a save that failed took the new row back, none is current.
+    if (Tabela1->eof() && Tabela1->RecordCount() != 0)
+        Tabela1->MoveLast();
     AtualizaContagem();
     Modo = 0;
 }
