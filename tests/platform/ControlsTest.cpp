@@ -26,6 +26,8 @@ std::unique_ptr<QWidget> sampleWindow()
     add(new QPlainTextEdit, u"Text1_12"_s);
     add(new QLineEdit, u"Text2"_s);
     add(new QPushButton(u"&Ir"_s), u"Command1"_s);
+    add(new QPushButton(u"&Abrir"_s), u"Command2_0"_s);
+    add(new QPushButton(u"&Apagar"_s), u"Command2_1"_s);
     add(new QTableView, u"MSFlexGrid1"_s);
     auto* masked = new QLineEdit;
     masked->setProperty("mask", u"(##)####-####"_s);
@@ -59,6 +61,7 @@ public:
     ControlArray<TextBox> Text1{this, u"Text1"_s};
     TextBox Text2{this, u"Text2"_s};
     CommandButton Command1{this, u"Command1"_s};
+    ControlArray<CommandButton> Command2{this, u"Command2"_s};
     FlexGrid MSFlexGrid1{this, u"MSFlexGrid1"_s};
     MaskEdBox MaskEdBox1{this, u"MaskEdBox1"_s};
 
@@ -199,21 +202,45 @@ TEST_F(ControlsTest, KeysPassThroughKeyPress)
 TEST_F(ControlsTest, AnAccessKeyPressesAtOnceAndOnceHoweverLongItIsHeld)
 {
     sample().show();
+    QWidget* box = sample().Text1(0).widget();
+    const auto alt = [box](Qt::Key letter, ulong when, bool repeated = false) {
+        const QString text(QChar(letter).toLower());
+        if (qt_sendShortcutOverrideEvent(box, when, letter, Qt::AltModifier, text, repeated))
+            return true;
+        QKeyEvent press(QEvent::KeyPress, letter, Qt::AltModifier, text, repeated);
+        press.setTimestamp(when);
+        QCoreApplication::sendEvent(box, &press);
+        return false;
+    };
     enter(sample().Text1(0));
     sample().events.clear();
-    QWidget* box = sample().Text1(0).widget();
-    const auto altI = [box](bool held) {
-        return qt_sendShortcutOverrideEvent(box, 0, Qt::Key_I, Qt::AltModifier, u"i"_s, held);
-    };
-    EXPECT_TRUE(altI(false));
+    EXPECT_TRUE(alt(Qt::Key_I, 100));
     EXPECT_EQ(sample().events, (QStringList{u"Lost0"_s, u"Click"_s}));
     enter(sample().Text1(0));
     sample().events.clear();
-    EXPECT_FALSE(altI(true));
-    QKeyEvent held(QEvent::KeyPress, Qt::Key_I, Qt::AltModifier, u"i"_s, true);
-    QCoreApplication::sendEvent(box, &held);
+    EXPECT_FALSE(alt(Qt::Key_I, 200, true));
+    // A repetition that the toolkit takes for a key pressed anew.
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_I, Qt::AltModifier, u"i"_s);
+    release.setTimestamp(300);
+    QCoreApplication::sendEvent(box, &release);
+    EXPECT_FALSE(alt(Qt::Key_I, 300));
+    EXPECT_FALSE(alt(Qt::Key_X, 400)) << "the key of no button";
     EXPECT_EQ(sample().events, QStringList());
-    EXPECT_EQ(sample().Text1(0).text(), u"desenho"_s);
+    EXPECT_EQ(sample().Text1(0).text(), u"desenho"_s) << "and none of them types its letter";
+}
+
+TEST_F(ControlsTest, ASharedAccessKeyGoesRoundFromWhereTheFocusIs)
+{
+    sample().show();
+    enter(sample().Command2(0));
+    const auto altA = [this] {
+        QTest::keyClick(sample().window(), Qt::Key_A, Qt::AltModifier);
+        return sample().window()->focusWidget();
+    };
+    EXPECT_EQ(altA(), sample().Command2(1).widget());
+    EXPECT_EQ(altA(), sample().Command2(0).widget());
+    enter(sample().Text1(0));
+    EXPECT_EQ(altA(), sample().Command2(0).widget());
 }
 
 TEST_F(ControlsTest, FocusTakenBackInLostFocusWins)
@@ -274,6 +301,8 @@ TEST_F(ControlsTest, ModalShowingHoldsUntilTheFormIsGone)
     sample().load();
     onModal([this](Form& shown) {
         EXPECT_EQ(&shown, &sample());
+        EXPECT_EQ(sample().window()->windowFlags() & Qt::WindowMinimizeButtonHint, 0)
+            << "put away, it would leave a program that answers nothing";
         EXPECT_FALSE(gate::inEvent()) << "events of the nested loop are outermost again";
         EXPECT_THROW(sample().show(ShowStyle::Modal), RuntimeError);
         click(sample().Command1);

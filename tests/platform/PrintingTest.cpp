@@ -337,7 +337,7 @@ TEST_F(PrintingTest, ThePreviewPrintsOnEnterAndNotOnEsc)
                 key(turn);
             key(answer);
         });
-        printer_.EndDoc();
+        EXPECT_EQ(errorOf([this] { printer_.EndDoc(); }) == 482, answer == Qt::Key_Escape);
         EXPECT_EQ(recorder_->documents().size(), answer == Qt::Key_Return ? 1U : 0U);
     }
 }

@@ -43,14 +43,13 @@ QWidget* windowInUse()
 }
 
 // A second form opens over the one in use, whole on its screen.
-void placeOver(QWidget& window, const QWidget* below)
+void placeOver(QWidget& window, const QWidget& below)
 {
-    window.adjustSize();
-    if (!below || !below->isVisible())
+    if (!below.isVisible())
         return;
-    const QRect screen = below->screen()->availableGeometry();
+    const QRect screen = below.screen()->availableGeometry();
     QRect place(QPoint(0, 0), window.size());
-    place.moveCenter(below->frameGeometry().center());
+    place.moveCenter(below.frameGeometry().center());
     place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
     place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
     window.move(place.topLeft());
@@ -168,9 +167,15 @@ void Form::show(ShowStyle style)
     const bool again = window.isVisible();
     if (!again) {
         const QWidget* below = windowInUse();
-        placeOver(window, below);
+        window.adjustSize();
         window.setWindowModality(style == ShowStyle::Modal ? Qt::ApplicationModal : Qt::NonModal);
+        // What others wait for cannot be put away.
+        if (style == ShowStyle::Modal || below)
+            window.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                  Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
+                                  Qt::WindowCloseButtonHint);
         if (below) {
+            placeOver(window, *below);
             // It stays above the form that it was opened from.
             window.winId();
             window.windowHandle()->setTransientParent(below->window()->windowHandle());

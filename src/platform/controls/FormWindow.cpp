@@ -42,9 +42,61 @@ int keyCode(const QKeyEvent& event)
     return event.text().front().unicode();
 }
 
-bool isHeldAccessKey(const QKeyEvent& event)
+bool isAccessKey(const QKeyEvent& event)
 {
-    return event.isAutoRepeat() && event.modifiers() == Qt::AltModifier && !event.text().isEmpty();
+    return event.modifiers() == Qt::AltModifier && !event.text().isEmpty();
+}
+
+// Knows a key that is held down. The toolkit tells it of most repetitions; where the release and
+// the press of one reach it apart, both still bear the same time.
+class HeldKeys : public QObject
+{
+public:
+    static const HeldKeys& instance()
+    {
+        static QPointer<HeldKeys> keys;
+        if (!keys)
+            keys = new HeldKeys;
+        return *keys;
+    }
+
+    bool isHeld(const QKeyEvent& press) const
+    {
+        constexpr quint64 Together = 2; // milliseconds
+        return press.isAutoRepeat() || (press.key() == released_ && press.timestamp() > 0 &&
+                                        press.timestamp() - when_ <= Together);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyRelease) {
+            const auto* key = static_cast<QKeyEvent*>(event);
+            released_ = key->key();
+            when_ = key->timestamp();
+        }
+        return false;
+    }
+
+private:
+    HeldKeys() : QObject(qApp) { qApp->installEventFilter(this); }
+
+    int released_ = 0;
+    quint64 when_ = 0;
+};
+
+// Where several buttons share an access key, it goes round among those that are alive.
+QAbstractButton* nextOfKey(const QWidget& window, const QKeySequence& key)
+{
+    const auto holds = [&](const QWidget* widget) {
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        return button && button->shortcut() == key && button->isEnabled() && button->isVisible();
+    };
+    const QWidget* now = window.focusWidget() ? window.focusWidget() : &window;
+    for (QWidget* next = now->nextInFocusChain(); next != now; next = next->nextInFocusChain())
+        if (holds(next))
+            return qobject_cast<QAbstractButton*>(next);
+    return nullptr;
 }
 
 FormWindow* windowOf(const QWidget* widget)
@@ -101,6 +153,7 @@ FormWindow::FormWindow(Form& form, std::unique_ptr<QWidget> widget)
     anchor->setParent(widget_.get());
     widget_->installEventFilter(this);
     watchFocus();
+    HeldKeys::instance();
 }
 
 FormWindow::~FormWindow()
@@ -236,7 +289,7 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
     case QEvent::ShortcutOverride: {
         // The key of an enabled menu entry wins over a text box's own use of it.
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (isHeldAccessKey(*key)) {
+        if (isAccessKey(*key) && HeldKeys::instance().isHeld(*key)) {
             event->accept(); // it pressed its button once already
             return true;
         }
@@ -251,8 +304,13 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
     case QEvent::Shortcut: {
         // An access key moves the focus before it presses, so that the box left can still object.
         auto* button = qobject_cast<QAbstractButton*>(watched);
-        if (!button || static_cast<QShortcutEvent*>(event)->isAmbiguous())
+        if (!button)
             return false;
+        if (static_cast<QShortcutEvent*>(event)->isAmbiguous()) {
+            if (QAbstractButton* next = nextOfKey(*widget_, button->shortcut()))
+                next->setFocus(Qt::ShortcutFocusReason);
+            return true;
+        }
         button->setFocus(Qt::ShortcutFocusReason);
         if (!alive_ || widget_->focusWidget() != button)
             return true;
@@ -273,7 +331,13 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
         auto* widget = qobject_cast<QWidget*>(watched);
         if (!control || !widget || replacingKey_)
             return false;
-        if (isHeldAccessKey(*static_cast<QKeyEvent*>(event)))
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        // An access key that no button has now types nothing, and a button held down by Enter or
+        // Space is pressed once.
+        if (isAccessKey(key) ||
+            (qobject_cast<QAbstractButton*>(widget) && HeldKeys::instance().isHeld(key) &&
+             (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
+              key.key() == Qt::Key_Space)))
             return true;
         const bool used = keyPressed(*control, *widget, *static_cast<QKeyEvent*>(event));
         if (used)

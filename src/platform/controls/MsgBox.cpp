@@ -19,6 +19,38 @@ std::function<Answer(const Box&)>& answerForTests()
     return answer;
 }
 
+// Swallows what was typed and clicked before an error came up: it was meant for what has failed, and
+// would answer the box unread.
+class TypedAhead : public QObject
+{
+public:
+    static void drop()
+    {
+        TypedAhead swallow;
+        qApp->installEventFilter(&swallow);
+        QCoreApplication::processEvents();
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::ShortcutOverride:
+        case QEvent::Shortcut:
+        case QEvent::InputMethod:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+            event->accept();
+            return true;
+        default:
+            return false;
+        }
+    }
+};
+
 // A box that asks Yes or No must be answered: Esc and the frame do nothing there.
 class AnswerBox : public QMessageBox
 {
@@ -127,6 +159,8 @@ Answer MsgBox(const QString& text, BoxButtons buttons, BoxIcon icon, const QStri
     QWidget* parent = QApplication::activeModalWidget();
     if (!parent)
         parent = QApplication::activeWindow();
+    if (icon == BoxIcon::Critical)
+        TypedAhead::drop();
     AnswerBox window(box, parent);
     return window.answer();
 }

@@ -2,6 +2,7 @@
 
 #include "EventGate.h"
 #include "PreviewWindow.h"
+#include "RuntimeError.h"
 
 #include <QApplication>
 
@@ -17,6 +18,8 @@ void PreviewDevice::put(const std::vector<Page>& pages, const QString& documentN
         PreviewWindow window(pages, documentName, QApplication::activeWindow());
         wanted = window.exec() == QDialog::Accepted;
     }
-    if (wanted)
-        inner_->put(pages, documentName);
+    // Closed, it put out no paper: nothing that depends on the paper may go on.
+    if (!wanted)
+        throw RuntimeError(RuntimeError::PrinterFault);
+    inner_->put(pages, documentName);
 }
