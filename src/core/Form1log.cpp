@@ -127,6 +127,9 @@ void Form1log::Command1_Click(int Index)
 
 void Form1log::enter()
 {
+    // The levels are those of the current row; after a look-up that failed the boxes may hold
+    // another one.
+    MostraSenha();
     if (Combo1.text() != Text2.text() || Text1.text() != Text3.text()) {
         MsgBox(u"Senha não confere,tente outra vez."_s, BoxButtons::Ok, BoxIcon::Exclamation);
         return;

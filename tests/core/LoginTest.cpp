@@ -216,6 +216,46 @@ TEST_F(Login, AnyFailureWhileOpeningShutsTheDialog)
     }
 }
 
+TEST_F(Login, FailingCallNeitherLetsAStrangerInNorLocksOut)
+{
+    addUser(u"Ana"_s, u"um"_s, 1);
+    addUser(u"Rui"_s, u"dois"_s, 7);
+    const auto enabled = [] { return enabledOf(principal().Command1); };
+    const QString nobody = u"5 7 13"_s;
+    const QString rui = u"5 7 10 13"_s;
+    failEachCall([] {}, [this] { logIn(u"Rui"_s, u"dois"_s); },
+                 [&](bool) {
+                     EXPECT_TRUE(enabled() == rui || enabled() == nobody)
+                         << enabled().toStdString();
+                     if (enabled() == nobody)
+                         logIn(u"Rui"_s, u"dois"_s);
+                     EXPECT_EQ(enabled(), rui);
+                     click(principal().Command1(13));
+                     EXPECT_EQ(enabled(), nobody);
+                 },
+                 6);
+
+    // The name typed back after another one was chosen.
+    const auto chooseAnaThenTypeRui = [this] {
+        inDialog([] {
+            for (const int user : {1, 0})
+                if (log().Combo1.enabled())
+                    log().Combo1.setListIndex(user);
+            log().Combo1.setText(u"Rui"_s);
+            type(log().Text1, u"dois"_s);
+            click(log().Command1(0));
+        });
+    };
+    failEachCall([] {}, chooseAnaThenTypeRui,
+                 [&](bool) {
+                     EXPECT_TRUE(enabled() == rui || enabled() == nobody)
+                         << enabled().toStdString();
+                     if (enabled() != nobody)
+                         click(principal().Command1(13));
+                 },
+                 6);
+}
+
 TEST_F(Login, CancelReleasesThePair)
 {
     addUser(u"Ana"_s, u"um"_s);

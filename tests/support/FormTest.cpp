@@ -86,11 +86,13 @@ QStringList FormTest::sql(const QString& file, const QString& statement) const
               SQLITE_OK);
     sqlite3_busy_timeout(handle, 5000);
     const auto collect = [](void* out, int, char** values, char**) {
-        static_cast<QStringList*>(out)->append(values[0] ? QString::fromUtf8(values[0]) : u"NULL"_s);
+        static_cast<QStringList*>(out)->append(values[0] ? QString::fromUtf8(values[0])
+                                                         : u"NULL"_s);
         return 0;
     };
     char* message = nullptr;
-    EXPECT_EQ(sqlite3_exec(handle, statement.toUtf8().constData(), collect, &rows, &message), SQLITE_OK)
+    EXPECT_EQ(sqlite3_exec(handle, statement.toUtf8().constData(), collect, &rows, &message),
+              SQLITE_OK)
         << (message ? message : "") << " in " << statement.toStdString();
     sqlite3_free(message);
     sqlite3_close(handle);
@@ -129,6 +131,34 @@ bool FormTest::callFailed()
 {
     faults::setObserver({});
     return failed_;
+}
+
+void FormTest::failEachCall(const std::function<void()>& prepare, const std::function<void()>& act,
+                            const std::function<void(bool failed)>& check, int calls)
+{
+    setMsgBoxForTests([this](const Box& box) {
+        boxes_ << box.title + u'|' + box.text.section(u'\n', 0, 0);
+        return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
+    });
+    constexpr int Many = 1000;
+    bool failed = true;
+    int n = 0;
+    while (failed && n < Many) {
+        SCOPED_TRACE(++n);
+        // The windows of the time before.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        prepare();
+        boxes_.clear();
+        failCall(n);
+        act();
+        failed = callFailed();
+        EXPECT_TRUE(ends().empty());
+        check(failed);
+        if (HasFailure()) // each further call would fail alike
+            return;
+    }
+    EXPECT_FALSE(failed);
+    EXPECT_GT(n, calls) << "fewer calls than there must be";
 }
 
 void click(CommandButton& button)

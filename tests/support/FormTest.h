@@ -22,9 +22,10 @@ using namespace Qt::Literals::StringLiterals;
 // Readable failures for texts.
 void PrintTo(const QString& text, std::ostream* out);
 
-// A fresh installation in a folder of its own (Banco.ini, both files with their tables and the first
-// user), fixed clock, a queue of expected boxes, a recording printer. Forms that the test needs are
-// added by it: addForm<Form1Cli>(). An unexpected box fails the test, and so does one that never came.
+// A fresh installation in a folder of its own (Banco.ini, both files with their tables and the
+// first user), fixed clock, a queue of expected boxes, a recording printer. Forms that the test
+// needs are added by it: addForm<Form1Cli>(). An unexpected box fails the test, and so does one
+// that never came.
 class FormTest : public testing::Test
 {
 protected:
@@ -37,8 +38,9 @@ protected:
     QString iniFile() const { return folder() + u"/Banco.ini"_s; }
     void setIni(const QString& section, const QString& key, const QString& value);
 
-    // The first column of a query over a file, one text a row ("NULL" for Null), read by a connection
-    // of its own: what lies in the file. Also runs other statements, as another station would.
+    // The first column of a query over a file, one text a row ("NULL" for Null), read by a
+    // connection of its own: what lies in the file. Also runs other statements, as another station
+    // would.
     QStringList sql(const QString& file, const QString& statement) const;
 
     // Adds rows before the forms open: values as SQL literals are given in the statement.
@@ -63,9 +65,16 @@ protected:
     void failCall(int n, int number = -2147467259);
     // Whether the call armed last was reached; disarms it.
     bool callFailed();
+    // For n = 1, 2, 3 ...: prepares, acts with the n-th call failing, and looks at what came of it;
+    // the last time no call is left to fail. The program never ends. Every box is answered Yes or
+    // OK and kept in boxes(), the title before the first line of the text.
+    void failEachCall(const std::function<void()>& prepare, const std::function<void()>& act,
+                      const std::function<void(bool failed)>& check, int calls);
+    const QStringList& boxes() const { return boxes_; }
 
 private:
-    struct Expected {
+    struct Expected
+    {
         Box box;
         Answer answer;
         bool beginningOnly;
@@ -77,6 +86,7 @@ private:
     std::vector<EndReason> ends_;
     int callsLeft_ = 0;
     bool failed_ = false;
+    QStringList boxes_;
 };
 
 // As a user would: nothing happens on a disabled button; a box gets the characters one by one, each
