@@ -94,7 +94,8 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
     constexpr int Last = 13;
     switch (index) {
     case Previous:
-        table->MovePrevious();
+        if (!table->bof()) // where a step back from the end failed before
+            table->MovePrevious();
         if (table->bof()) {
             table->MoveNext();
             buttons(Previous).setEnabled(false);
@@ -102,7 +103,8 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
         buttons(Next).setEnabled(true);
         break;
     case Next:
-        table->MoveNext();
+        if (!table->eof())
+            table->MoveNext();
         if (table->eof()) {
             table->MovePrevious();
             buttons(Next).setEnabled(false);

@@ -1,3 +1,4 @@
+#include "EventGate.h"
 #include "FormTest.h"
 
 #include "Form1principal.h"
@@ -78,6 +79,23 @@ TEST_F(Desk, NavigationStopsAtBothEnds)
         navigate(step.button, Tabela1, desk().Command1);
         EXPECT_EQ(Tabela1->Fields(0).text(), step.code) << step.button;
         EXPECT_EQ(enabledOf(desk().Command1), step.enabled) << step.button;
+    }
+}
+
+TEST_F(Desk, StepThatFailsAtAnEndCanBeTakenAgain)
+{
+    mainSql(u"INSERT INTO Pecas (CODIGO, DESCRICAO) VALUES ('1', 'x'), ('2', 'x')"_s);
+    openParts();
+    const auto go = [](int button) { navigate(button, Tabela1, desk().Command1); };
+    for (const auto& [end, beyond, code] :
+         {std::tuple{13, 11, u"2"_s}, std::tuple{12, 10, u"1"_s}}) {
+        failEachCall([&] { go(end); },
+                     [&] { gate::run(desk(), OnError::Box, [&] { go(beyond); }); },
+                     [&](bool) {
+                         go(beyond);
+                         EXPECT_EQ(Tabela1->Fields(0).text(), code);
+                     },
+                     2);
     }
 }
 
