@@ -373,8 +373,11 @@ bool Form1Cli::GravaFicha()
     bool clientStored = false;
     bool bothStored = false;
     try {
-        if (Modo == 0)
+        if (Modo == 0) {
             before = Tabela1->storedValues();
+            if (twinIsLost_)
+                findTwin();
+        }
         fillRows();
         Tabela1->Update();
         clientStored = true;
@@ -518,6 +521,8 @@ void Form1Cli::ExcluiFicha()
     bool clientDeleted = false;
     try {
         client = Tabela1->storedValues();
+        if (twinIsLost_)
+            findTwin();
         Tabela1->Delete();
         clientDeleted = true;
         Tabela1->MovePrevious();
@@ -686,12 +691,23 @@ void Form1Cli::Text6_Change()
     Text1(12).setToolTipText(u"NÃO Á PEÇA CADASTRADA"_s);
     if (Text6.text().isEmpty())
         return;
-    Tabela4->MoveFirst();
-    Tabela4->Find(likeCriterion(u"numero"_s, Text6.text()));
+    findTwin();
     QStringList parts;
     for (int description = 3; description <= 43; description += 4)
         parts << Tabela4->Fields(description).textOrEmpty();
     Text1(12).setToolTipText(parts.join(u','));
+}
+
+// Leaves Tabela4 at its end where there is no twin. A look-up that breaks leaves it on the twin of
+// another order, which must be neither written nor deleted.
+void Form1Cli::findTwin()
+{
+    twinIsLost_ = true;
+    if (Tabela4->RecordCount() != 0) {
+        Tabela4->MoveFirst();
+        Tabela4->Find(likeCriterion(u"numero"_s, Text6.text()));
+    }
+    twinIsLost_ = false;
 }
 
 void Form1Cli::Text3_Change(int)

@@ -82,6 +82,7 @@ private:
     bool numberExists();
     void editExisting();
     void beginNewRows();
+    void findTwin();
     void setNumberAfter(double number);
     void backToBrowsing();
     void storeText(int box);
@@ -93,4 +94,6 @@ private:
 
     // A save failed so badly that the rows under the boxes are not those that are current.
     bool rowsAreLost_ = false;
+    // The twin under Tabela4 may be that of another order.
+    bool twinIsLost_ = false;
 };
