@@ -244,11 +244,14 @@ try {
     if (FlagRecarga == 2)
         return;
     MSFlexGrid1.setRows(2);
-    fillGrid(MSFlexGrid1, *Tabela1.shared(), columns);
-    MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
-    Tabela1->MoveLast();
-    if (FlagRecarga == 0)
-        Tabela1->MoveFirst();
+    try {
+        fillGrid(MSFlexGrid1, *Tabela1.shared(), columns);
+        MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
+    } catch (const RuntimeError&) {
+        // The list ends there, on the row where it would have stood after the whole of it: the
+        // boxes may show that one, and the next save is written to it.
+    }
+    FlagRecarga == 0 ? Tabela1->MoveFirst() : Tabela1->MoveLast();
     FlagRecarga = 0;
 } catch (const RuntimeError&) {
     // Ends silently.

@@ -35,6 +35,21 @@ void openList()
     Tabela2->Open(SaleList, Conexao2.shared(), CursorType::Static, LockType::Optimistic);
 }
 
+// Opened anew and not only moved to its first row: a line just added stands in code order. Where
+// that fails the list that is open goes on serving in the order that it has.
+void reopenList()
+{
+    const ObjectVariable<Recordset> former = Tabela2;
+    try {
+        Tabela2.create();
+        openList();
+    } catch (const RuntimeError&) {
+        Tabela2 = former;
+        if (Tabela2->RecordCount() != 0)
+            Tabela2->MoveFirst();
+    }
+}
+
 // A line whose amount is empty or cannot be read counts as nothing in the sums.
 double amountIn(const QString& text)
 {
@@ -161,11 +176,8 @@ void Form1pecavenda::CarregaListaVenda()
         LimpaCamposItem();
         Text2.setText({});
     }
-    if (FlagRecarga == 1) {
-        // Opened anew and not only moved to its first row: a line just added stands in code order.
-        Tabela2->Close();
-        openList();
-    }
+    if (FlagRecarga == 1)
+        reopenList();
     Text3.setText(u"0,00"_s);
     MSFlexGrid2.setRows(2);
     Text5.setText(u"0"_s);

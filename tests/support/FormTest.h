@@ -70,7 +70,7 @@ protected:
     // OK and kept in boxes(), the title before the first line of the text.
     void failEachCall(const std::function<void()>& prepare, const std::function<void()>& act,
                       const std::function<void(bool failed)>& check, int calls);
-    const QStringList& boxes() const { return boxes_; }
+    QStringList& boxes() { return boxes_; }
 
 private:
     struct Expected

@@ -28,7 +28,7 @@ protected:
                 "SELECT numero, Nome FROM Cliente; COMMIT"_s);
     }
     // Nothing but what tells that something failed.
-    void expectOnlyErrors() const
+    void expectOnlyErrors()
     {
         static const QRegularExpression told(
             u"^(conecxão|Fichario de Cliente.*|Busca.? Cliente.*|Oficina.*)\\|Erro nº -?\\d+$|"
