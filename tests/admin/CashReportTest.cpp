@@ -49,16 +49,6 @@ protected:
         }
         return codes.join(u' ');
     }
-
-    // Boxes are kept instead of expected, for faults whose box depends on where they strike.
-    QStringList collectedBoxes_;
-    void collectBoxes()
-    {
-        setMsgBoxForTests([this](const Box& box) {
-            collectedBoxes_ << box.text;
-            return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
-        });
-    }
 };
 
 TEST_F(CashReportTest, ListsByDateAndSumsQuantityAndValue)
@@ -314,64 +304,54 @@ TEST_F(CashReportTest, AnEmptyListCannotBePrinted)
 
 TEST_F(CashReportTest, NoFailingCallEndsTheProgramOrLosesRows)
 {
-    collectBoxes();
-    const auto fill = [this] {
+    int before = 0;
+    const auto begin = [&] {
+        report().unload();
         mainSql(u"DELETE FROM MOVIMENTO"_s);
         row(u"1"_s, u"1"_s, u"10000"_s, u"2004-12-05"_s);
         row(u"2"_s, u"1"_s, u"10000"_s, u"2004-12-06"_s);
+        principal().Command1(15).setEnabled(true);
+        before = documents();
     };
-    // Every call fails once, until there are no more of them.
-    const auto failEach = [this](const std::function<void()>& before,
-                                 const std::function<void()>& act,
-                                 const std::function<void()>& check) {
-        for (int n = 1;; ++n) {
-            SCOPED_TRACE(n);
-            before();
-            collectedBoxes_.clear();
-            failCall(n);
-            act();
-            if (!callFailed())
-                return n;
-            EXPECT_TRUE(ends().empty());
-            check();
-            report().unload();
-        }
-    };
-
-    fill();
-    EXPECT_GT(failEach([] {}, [this] { report().load(); },
-                       [this] {
-                           EXPECT_FALSE(collectedBoxes_.isEmpty());
-                           EXPECT_EQ(storedRows(), 2);
-                       }),
-              5);
-    EXPECT_EQ(totals(), u"2|2,00"_s);
-    report().unload();
-
-    const auto fillAndLoad = [&] {
-        fill();
+    const auto beginOpen = [&] {
+        begin();
         report().load();
     };
-    EXPECT_GT(failEach(
-                  fillAndLoad, [this] { click(report().Command3); },
-                  [this] { EXPECT_TRUE(collectedBoxes_.contains(u"erro ao deletar"_s)); }),
-              5);
-    report().unload();
+
+    QString shown;
+    onModal([&](Form&) {
+        shown = totals();
+        click(report().Command4);
+    });
+    const auto openAndClose = [] { click(principal().Command1(15)); };
+    const auto storedAndShownAgain = [&](bool failed) {
+        EXPECT_EQ(boxes().isEmpty(), !failed);
+        EXPECT_EQ(storedRows(), 2);
+        EXPECT_FALSE(report().isLoaded());
+        EXPECT_TRUE(principal().StatusBar1.panel(2).startsWith(u"email:"_s));
+        openAndClose();
+        EXPECT_EQ(shown, u"2|2,00"_s);
+    };
+    failEachCall(begin, openAndClose, storedAndShownAgain, 5);
+
+    const auto empty = [this] { click(report().Command3); };
+    const auto emptiedAtLast = [&](bool failed) {
+        EXPECT_EQ(boxes().contains(u"|erro ao deletar"_s), failed);
+        empty();
+        EXPECT_EQ(storedRows(), 0);
+    };
+    failEachCall(beginOpen, empty, emptiedAtLast, 5);
 
     // A setting that cannot be read prints as an empty text; all else is told.
-    int before = 0;
-    EXPECT_GT(failEach(
-                  [&] {
-                      fillAndLoad();
-                      before = documents();
-                  },
-                  [this] { click(report().Command2); },
-                  [&] {
-                      if (documents() == before) {
-                          EXPECT_EQ(collectedBoxes_, QStringList{u"Erro ao imprimir"_s});
-                      }
-                  }),
-              5);
+    const auto print = [this] { click(report().Command2); };
+    const auto printedAtLast = [&](bool) {
+        EXPECT_EQ(boxes(),
+                  documents() == before ? QStringList{u"|Erro ao imprimir"_s} : QStringList());
+        before = documents();
+        print();
+        EXPECT_EQ(documents(), before + 1);
+    };
+    failEachCall(beginOpen, print, printedAtLast, 5);
 }
 
 } // namespace
