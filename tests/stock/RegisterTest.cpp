@@ -202,23 +202,22 @@ TEST_F(RegisterTest, GridShowsItsPartButNotOverANewOne)
 // pressed and a second press stores it.
 TEST_F(RegisterTest, SaveThatFailsCanBeTriedAgain)
 {
-    addPart(u"0000001"_s, u"Resistor"_s);
-    bool reached = true;
-    for (int n = 1; reached; ++n) {
-        SCOPED_TRACE(n);
+    const auto prepare = [this] {
+        form<Form1Pec>().unload();
+        mainSql(u"DELETE FROM Pecas"_s);
+        addPart(u"0000001"_s, u"Resistor"_s);
         openRegister();
         press(0);
         type(form<Form1Pec>().Text1(0), u"New"_s);
-        failCall(n);
-        press(1);
-        reached = callFailed();
+    };
+    const auto check = [this](bool) {
         if (enabledOf(form<Form1Pec>().Command1) == u"1 9"_s)
             press(1);
         EXPECT_EQ(parts(), (QStringList{u"0000001|A1|10|Resistor|25000|BC"_s,
                                         u"0000002|*******|0|New|0|**********"_s}));
-        form<Form1Pec>().unload();
-        mainSql(u"DELETE FROM Pecas WHERE CODIGO <> '0000001'"_s);
-    }
+    };
+    failEachCall(
+        prepare, [this] { press(1); }, check, 4);
 }
 
 TEST_F(RegisterTest, EditOverAnotherStationsSaleIsStoredAtTheSecondTry)

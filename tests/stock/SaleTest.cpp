@@ -189,22 +189,19 @@ TEST_F(SaleTest, ClosingAsksOnlyOverAList)
 // A line that cannot be stored shows its box and leaves nothing pending.
 TEST_F(SaleTest, LineThatFailsCanBeAddedAgain)
 {
-    bool reached = true;
-    for (int n = 1; reached; ++n) {
-        SCOPED_TRACE(n);
-        openSale();
-        click(sale().MSFlexGrid1, 1);
-        setMsgBoxForTests([](const Box&) { return Answer::Ok; });
-        failCall(n);
-        click(sale().Command2(0));
-        reached = callFailed();
-        if (lines().isEmpty())
-            click(sale().Command2(0));
-        EXPECT_EQ(lines(), QStringList{u"0000001|0000001|1|2,50"_s});
+    const auto prepare = [this] {
         sale().unload();
         sql(listFile(), u"DELETE FROM Pecas"_s);
-    }
-    EXPECT_TRUE(ends().empty());
+        openSale();
+        click(sale().MSFlexGrid1, 1);
+    };
+    const auto add = [] { click(sale().Command2(0)); };
+    const auto check = [&](bool) {
+        if (lines().isEmpty())
+            add();
+        EXPECT_EQ(lines(), QStringList{u"0000001|0000001|1|2,50"_s});
+    };
+    failEachCall(prepare, add, check, 4);
 }
 
 TEST_F(SaleTest, LineThatCannotBeTakenOutLeavesTheTotals)

@@ -163,7 +163,8 @@ TEST_F(WriteOffTest, FailureAnywhereBooksNoWrongPart)
         EXPECT_LE(sold, 2 * (documents() - papers));
         EXPECT_TRUE(lines().size() == 2 || sold == 2);
     };
-    failEachCall(prepare, [] { click(sale().Command2(1)); }, check, 40);
+    failEachCall(
+        prepare, [] { click(sale().Command2(1)); }, check, 40);
 }
 
 TEST_F(WriteOffTest, SecondTryAfterAListThatCouldNotBeEmptiedBooksTheSamePart)

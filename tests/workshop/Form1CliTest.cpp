@@ -492,59 +492,49 @@ TEST_F(Form1CliTest, FullDiskLosesNoOrder)
 class Form1CliFaults : public Form1CliTest
 {
 protected:
-    void eachCall(const std::vector<int>& prepare, int button, const QStringList& done)
+    void eachCall(const std::vector<int>& begin, int button, const QStringList& done)
     {
-        bool failed = true;
-        int n = 1;
-        for (; failed && n < 500; ++n) {
-            SCOPED_TRACE(n);
+        const auto prepare = [&] {
+            form<Form1Cli>().unload();
             mainSql(u"DELETE FROM Cliente; DELETE FROM PECAAPLICADA"_s);
             addOrder(u"0000001"_s, u"Ana"_s);
             addOrder(u"0000002"_s, u"Beto"_s);
-            setMsgBoxForTests([](const Box& box) {
-                return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
-            });
             openRecordAt(u"0000002"_s);
-            for (const int first : prepare)
+            for (const int first : begin)
                 press(first);
-            Form1Cli& cli = form<Form1Cli>();
-            cli.Text1(0).setText(u"Caio"_s);
-            failCall(n);
-            press(button);
-            failed = callFailed();
+            form<Form1Cli>().Text1(0).setText(u"Caio"_s);
+        };
+        const auto check = [&](bool) {
             EXPECT_EQ(twins(), orders());
             if (orders() != done) {
                 EXPECT_EQ(orders(), (QStringList{u"0000001 Ana"_s, u"0000002 Beto"_s}));
-                if (!cli.Command1(button).enabled())
+                if (!form<Form1Cli>().Command1(button).enabled())
                     press(2);
                 press(button);
                 EXPECT_EQ(orders(), done);
                 EXPECT_EQ(twins(), done);
             }
-            EXPECT_EQ(enabledOf(cli.Command1), Browsing);
-            cli.unload();
-        }
-        EXPECT_GT(n, 5);
-        EXPECT_FALSE(failed);
+            EXPECT_EQ(enabledOf(form<Form1Cli>().Command1), Browsing);
+        };
+        failEachCall(
+            prepare, [&] { press(button); }, check, 4);
     }
 };
 
 // A new row that cannot begin in both tables begins in none, and the next press begins it.
 TEST_F(Form1CliFaults, BeginningOfANewOrder)
 {
-    setMsgBoxForTests([](const Box&) { return Answer::Ok; });
     addOrder(u"0000001"_s, u"Ana"_s);
     int stored = 1;
     for (const int button : {0, 5}) {
-        bool failed = true;
-        for (int n = 1; failed && n < 500; ++n) {
-            SCOPED_TRACE(n);
-            Form1Cli& cli = openRecord();
+        const auto prepare = [&] {
+            form<Form1Cli>().unload();
+            openRecord();
             if (button == 5)
                 press(5);
-            failCall(n);
-            press(button);
-            failed = callFailed();
+        };
+        const auto check = [&](bool) {
+            Form1Cli& cli = form<Form1Cli>();
             if (!cli.Command1(1).enabled())
                 press(button);
             cli.Text1(0).setText(u"Ana"_s);
@@ -552,9 +542,9 @@ TEST_F(Form1CliFaults, BeginningOfANewOrder)
             EXPECT_EQ(enabledOf(cli.Command1), Browsing);
             EXPECT_EQ(orders().size(), ++stored);
             EXPECT_EQ(twins(), orders());
-            cli.unload();
-        }
-        EXPECT_FALSE(failed);
+        };
+        failEachCall(
+            prepare, [&] { press(button); }, check, 2);
     }
 }
 

@@ -19,9 +19,6 @@ protected:
         search().unload();
         // A database that could not be opened shuts them; only a new start opens them again.
         setEnabled(principal().Command1, 0, 11, true);
-    }
-    void layDownOrders()
-    {
         mainSql(u"BEGIN; DELETE FROM Cliente; DELETE FROM PECAAPLICADA; DELETE FROM MOVIMENTO; "
                 "INSERT INTO Cliente (numero, Nome) VALUES ('0000001', 'Ana'), ('0000002', 'Ana'), "
                 "('0000003', 'Ana'); INSERT INTO PECAAPLICADA (NUMERO, NOME) "
@@ -40,7 +37,6 @@ protected:
 TEST_F(WorkshopFaults, WhatFailsToShowAnOrderShowsItAtTheNextTry)
 {
     principal().show();
-    layDownOrders();
     principal().Frame2(0).setEnabled(true);
     principal().Text1(0).setText(u"2"_s);
     QString shown;
@@ -88,30 +84,27 @@ TEST_F(WorkshopFaults, WhatFailsToShowAnOrderShowsItAtTheNextTry)
 TEST_F(WorkshopFaults, WhatFailsToShowAnOrderChangesNoOther)
 {
     constexpr int Load = -1;
-    for (const int move : {Load, 10, 11, 12, 13}) {
-        for (const int store : {1, 3}) {
-            SCOPED_TRACE(u"%1 %2"_s.arg(move).arg(store).toStdString());
-            const auto act = [&] {
-                move == Load ? openRecordAt(u"0000002"_s) : click(cli().Command1(move));
-            };
-            const auto prepare = [&] {
-                beginAgain();
-                layDownOrders();
-                if (move != Load)
-                    openRecordAt(u"0000002"_s);
-            };
-            const auto check = [&](bool) {
-                const QString number = cli().Text1(13).text();
-                click(cli().Command1(2));
-                type(cli().Text1(0), u"Bia"_s);
-                click(cli().Command1(store));
-                EXPECT_EQ(twins(), orders());
-                QStringList others = orders().filter(u" Ana"_s);
-                others.removeAll(number + u" Ana"_s);
-                EXPECT_EQ(others.size(), number.isEmpty() ? 3 : 2);
-            };
-            failEachCall(prepare, act, check, 4);
-        }
+    for (const auto& [move, store] :
+         {std::pair{Load, 1}, {Load, 3}, {10, 1}, {11, 3}, {12, 3}, {13, 1}}) {
+        const auto act = [&, move = move] {
+            move == Load ? openRecordAt(u"0000002"_s) : click(cli().Command1(move));
+        };
+        const auto prepare = [&, move = move] {
+            beginAgain();
+            if (move != Load)
+                openRecordAt(u"0000002"_s);
+        };
+        const auto check = [&, store = store](bool) {
+            const QString number = cli().Text1(13).text();
+            click(cli().Command1(2));
+            type(cli().Text1(0), u"Bia"_s);
+            click(cli().Command1(store));
+            EXPECT_EQ(twins(), orders());
+            QStringList others = orders().filter(u" Ana"_s);
+            others.removeAll(number + u" Ana"_s);
+            EXPECT_EQ(others.size(), number.isEmpty() ? 3 : 2);
+        };
+        failEachCall(prepare, act, check, 4);
     }
 }
 
@@ -124,7 +117,6 @@ TEST_F(WorkshopFaults, SheetThatFailsLeavesNoCashWithoutPaper)
         const auto print = [button] { click(cli().Command1(button)); };
         const auto prepare = [&] {
             beginAgain();
-            layDownOrders();
             openRecordAt(u"0000002"_s);
             papers = documents();
         };
