@@ -338,23 +338,35 @@ void Form1Cli::Salvar()
 // is what brings a clash between two computers to light.
 bool Form1Cli::numberExists()
 {
-    Text1_Change(13);
+    try {
+        lookNumberUp(13);
+    } catch (const RuntimeError& error) {
+        // Where the look-up itself failed nobody knows, and nothing is stored.
+        if (error.number() != RuntimeError::NoCurrentRecord)
+            throw;
+    }
     return Text5.text() == Text1(13).text();
 }
 
 void Form1Cli::editExisting()
 {
+    // A row written elsewhere is in neither table as they were opened. Where it cannot be found in
+    // new ones, the new order is still pending.
+    ObjectVariable<Recordset> clients;
+    clients.create();
+    open(clients, Conexao1, ClientsByNumber);
+    clients->Find(likeCriterion(u"numero"_s, Text1(13).text()));
+    ObjectVariable<Recordset> twins;
+    twins.create();
+    open(twins, Conexao4, TwinsByNumber);
     Tabela1->CancelUpdate();
     Tabela4->CancelUpdate();
     Text5.setText({});
     Text2.setText({});
     Modo = 0;
     Text1(13).setLocked(true);
-    // A row written elsewhere is in neither table as they were opened.
-    close(Tabela1);
-    open(Tabela1, Conexao1, ClientsByNumber);
-    close(Tabela4);
-    open(Tabela4, Conexao4, TwinsByNumber);
+    Tabela1 = clients;
+    Tabela4 = twins;
     Text2.setText(Text1(13).text());
 }
 
@@ -659,12 +671,17 @@ void Form1Cli::Text1_Change(int Index)
     if (!sameText(Text1(Index), Text1(13)) || Trim(Text1(Index).text()).isEmpty())
         return;
     try {
-        Tabela3->MoveFirst();
-        Tabela3->Find(likeCriterion(u"numero"_s, Text1(Index).text()));
-        Text5.setText(Tabela3->Fields(0).textOrEmpty());
+        lookNumberUp(Index);
     } catch (const RuntimeError&) {
         // Not found: the number found before stays.
     }
+}
+
+void Form1Cli::lookNumberUp(int Index)
+{
+    Tabela3->MoveFirst();
+    Tabela3->Find(likeCriterion(u"numero"_s, Text1(Index).text()));
+    Text5.setText(Tabela3->Fields(0).textOrEmpty());
 }
 
 void Form1Cli::Text2_Change()

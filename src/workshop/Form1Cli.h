@@ -79,6 +79,7 @@ private:
     void Saida();
     void Cancela();
 
+    void lookNumberUp(int Index);
     bool numberExists();
     void editExisting();
     void beginNewRows();

@@ -108,6 +108,29 @@ TEST_F(WorkshopFaults, WhatFailsToShowAnOrderChangesNoOther)
     }
 }
 
+TEST_F(WorkshopFaults, ClashThatFailsToShowTheOtherOrderNeverWritesOverIt)
+{
+    const auto save = [] { click(cli().Command1(1)); };
+    const auto prepare = [&] {
+        beginAgain();
+        openRecord();
+        click(cli().Command1(0));
+        type(cli().Text1(0), u"Bia"_s);
+        addOrder(u"0000004"_s, u"Caio"_s);
+    };
+    const auto check = [&](bool) {
+        if (cli().Text1(0).text() != u"Caio"_s)
+            save();
+        EXPECT_EQ(cli().Text1(0).text(), u"Caio"_s);
+        type(cli().Text1(0), u"Caio 2"_s);
+        save();
+        EXPECT_EQ(orders().filter(u"Ana"_s).size(), 3);
+        EXPECT_EQ(orders().back(), u"0000004 Caio 2"_s);
+        EXPECT_EQ(twins(), orders());
+    };
+    failEachCall(prepare, save, check, 8);
+}
+
 TEST_F(WorkshopFaults, SheetThatFailsLeavesNoCashWithoutPaper)
 {
     const auto cash = [this] { return sql(mainFile(), u"SELECT codigo FROM MOVIMENTO"_s).size(); };
