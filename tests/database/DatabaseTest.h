@@ -1,14 +1,12 @@
 #pragma once
 
+#include "ErrorOf.h"
 #include "FormTest.h"
-
 #include "Recordset.h"
-#include "RuntimeError.h"
 
 #include <QWidget>
 
 #include <memory>
-#include <optional>
 
 // A fresh installation, recordsets on it, and statements of other stations beside them.
 class DatabaseTest : public FormTest
@@ -67,14 +65,3 @@ protected:
 private:
     Form form_{u"Teste"_s, [] { return std::make_unique<QWidget>(); }};
 };
-
-// The number of the error that the work raises; 0 where it raises none.
-template <class Work> int errorOf(const Work& work)
-{
-    try {
-        work();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}

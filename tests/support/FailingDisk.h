@@ -16,40 +16,38 @@ public:
     FailingDisk()
     {
         sqlite3_vfs* usual = sqlite3_vfs_find(nullptr);
-        layer() = *usual;
-        layer().zName = "failing";
-        layer().xOpen = open;
-        sqlite3_vfs_register(&layer(), 0);
+        layer_ = *usual;
+        layer_.zName = "failing";
+        layer_.xOpen = open;
+        sqlite3_vfs_register(&layer_, 0);
         Database::dropIdle();
         Database::setVfsForTests("failing");
     }
     ~FailingDisk()
     {
         Database::setVfsForTests(nullptr);
-        suffix().clear();
+        suffix_.clear();
         Database::dropIdle();
-        sqlite3_vfs_unregister(&layer());
+        sqlite3_vfs_unregister(&layer_);
     }
     FailingDisk(const FailingDisk&) = delete;
     FailingDisk& operator=(const FailingDisk&) = delete;
 
     void fillFor(const std::string& pathSuffix)
     {
-        suffix() = pathSuffix;
-        journalsToo() = false;
-        writesLeft() = 0;
-        refusalsLeft() = 1'000'000;
+        fillFrom(1, pathSuffix);
+        journalsToo_ = false;
     }
     void fillFrom(int write, const std::string& pathSuffix, int refusals = 1'000'000)
     {
-        refusalsLeft() = refusals;
-        suffix() = pathSuffix;
-        journalsToo() = true;
-        writesLeft() = write - 1;
+        suffix_ = pathSuffix;
+        journalsToo_ = true;
+        writesLeft_ = write - 1;
+        refusalsLeft_ = refusals;
     }
-    void empty() { suffix().clear(); }
+    void empty() { suffix_.clear(); }
     // Whether a write was refused since it was armed.
-    static bool refused() { return writesLeft() < 0; }
+    static bool refused() { return writesLeft_ < 0; }
 
 private:
     struct Opened
@@ -59,43 +57,19 @@ private:
         sqlite3_io_methods methods{};
     };
 
-    static sqlite3_vfs& layer()
-    {
-        static sqlite3_vfs vfs;
-        return vfs;
-    }
-    static std::string& suffix()
-    {
-        static std::string text;
-        return text;
-    }
-    static bool& journalsToo()
-    {
-        static bool too = false;
-        return too;
-    }
-    static int& refusalsLeft()
-    {
-        static int left = 0;
-        return left;
-    }
-    static int& writesLeft()
-    {
-        static int left = 0;
-        return left;
-    }
-    static std::map<sqlite3_file*, Opened>& files()
-    {
-        static std::map<sqlite3_file*, Opened> opened;
-        return opened;
-    }
+    inline static sqlite3_vfs layer_;
+    inline static std::map<sqlite3_file*, Opened> files_;
+    inline static std::string suffix_;
+    inline static bool journalsToo_ = false;
+    inline static int writesLeft_ = 0;
+    inline static int refusalsLeft_ = 0;
 
     static int open(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* outFlags)
     {
         sqlite3_vfs* usual = sqlite3_vfs_find("unix");
         const int code = usual->xOpen(usual, path, file, flags, outFlags);
         if (code == SQLITE_OK && path) {
-            Opened& opened = files()[file];
+            Opened& opened = files_[file];
             opened = {path, file->pMethods, *file->pMethods};
             opened.methods.xWrite = write;
             file->pMethods = &opened.methods;
@@ -104,13 +78,13 @@ private:
     }
     static bool isMeant(const std::string& path)
     {
-        return !suffix().empty() && (path.ends_with(suffix()) ||
-                                     (journalsToo() && path.ends_with(suffix() + "-journal")));
+        return !suffix_.empty() &&
+               (path.ends_with(suffix_) || (journalsToo_ && path.ends_with(suffix_ + "-journal")));
     }
     static int write(sqlite3_file* file, const void* data, int count, sqlite3_int64 offset)
     {
-        const Opened& opened = files()[file];
-        if (isMeant(opened.path) && --writesLeft() < 0 && --refusalsLeft() >= 0)
+        const Opened& opened = files_[file];
+        if (isMeant(opened.path) && --writesLeft_ < 0 && --refusalsLeft_ >= 0)
             return SQLITE_FULL;
         return opened.usual->xWrite(file, data, count, offset);
     }

@@ -161,17 +161,9 @@ void FormTest::failEachCall(const std::function<void()>& prepare, const std::fun
     EXPECT_GT(n, calls) << "fewer calls than there must be";
 }
 
-void click(CommandButton& button)
+void click(Control& button)
 {
     auto* widget = qobject_cast<QAbstractButton*>(button.widget());
-    ASSERT_TRUE(widget);
-    widget->click();
-    QCoreApplication::processEvents();
-}
-
-void click(CheckBox& box)
-{
-    auto* widget = qobject_cast<QAbstractButton*>(box.widget());
     ASSERT_TRUE(widget);
     widget->click();
     QCoreApplication::processEvents();
@@ -233,22 +225,23 @@ void enter(Control& control)
     QCoreApplication::processEvents();
 }
 
+template <class Array, class State> static QString indexesOf(const Array& controls, State state)
+{
+    QStringList indexes;
+    for (int index = 0; index <= controls.ubound(); ++index)
+        if (controls.has(index) && (controls(index).*state)())
+            indexes << QString::number(index);
+    return indexes.join(u' ');
+}
+
 QString enabledOf(const ControlArray<CommandButton>& buttons)
 {
-    QStringList enabled;
-    for (int index = 0; index <= buttons.ubound(); ++index)
-        if (buttons.has(index) && buttons(index).enabled())
-            enabled << QString::number(index);
-    return enabled.join(u' ');
+    return indexesOf(buttons, &CommandButton::enabled);
 }
 
 QString lockedOf(const ControlArray<TextBox>& boxes)
 {
-    QStringList locked;
-    for (int index = 0; index <= boxes.ubound(); ++index)
-        if (boxes.has(index) && boxes(index).locked())
-            locked << QString::number(index);
-    return locked.join(u' ');
+    return indexesOf(boxes, &TextBox::locked);
 }
 
 QStringList gridRows(const FlexGrid& grid)

@@ -22,10 +22,9 @@ using namespace Qt::Literals::StringLiterals;
 // Readable failures for texts.
 void PrintTo(const QString& text, std::ostream* out);
 
-// A fresh installation in a folder of its own (Banco.ini, both files with their tables and the
-// first user), fixed clock, a queue of expected boxes, a recording printer. Forms that the test
-// needs are added by it: addForm<Form1Cli>(). An unexpected box fails the test, and so does one
-// that never came.
+// A fresh installation in a folder of its own (Banco.ini, both files with tables and first user),
+// fixed clock, a queue of expected boxes, a recording printer. The test adds the forms that it
+// needs: addForm<Form1Cli>(). An unexpected box fails it, and so does one that never came.
 class FormTest : public testing::Test
 {
 protected:
@@ -39,8 +38,7 @@ protected:
     void setIni(const QString& section, const QString& key, const QString& value);
 
     // The first column of a query over a file, one text a row ("NULL" for Null), read by a
-    // connection of its own: what lies in the file. Also runs other statements, as another station
-    // would.
+    // connection of its own. Also runs other statements, as another station would.
     QStringList sql(const QString& file, const QString& statement) const;
 
     // Adds rows before the forms open: values as SQL literals are given in the statement.
@@ -91,8 +89,7 @@ private:
 
 // As a user would: nothing happens on a disabled button; a box gets the characters one by one, each
 // through KeyPress, after its content was selected.
-void click(CommandButton& button);
-void click(CheckBox& box);
+void click(Control& button);
 void click(Menu& entry);
 void type(TextBox& box, const QString& text);
 void press(Control& control, Qt::Key key);
@@ -101,8 +98,8 @@ void click(FlexGrid& grid, int row);
 // Gives a box the focus as the Tab key would; the form must be shown.
 void enter(Control& control);
 
-// Every control of a shown form can be named by a screen reader, and Tab goes as the eye does: to the
-// right, then down, then to the next column.
+// Every control of a shown form can be named by a screen reader, and Tab goes as the eye does: to
+// the right, then down, then to the next column.
 void expectEasyToWalk(const Form& form);
 
 // Indexes of the enabled buttons, locked boxes, in the manner "0 2 4".
