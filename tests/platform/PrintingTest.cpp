@@ -1,11 +1,10 @@
 #include "CommonDialog.h"
 #include "Dates.h"
+#include "ErrorOf.h"
 #include "Faults.h"
 #include "FormTest.h"
 #include "FullDisk.h"
 #include "PageDevice.h"
-#include "PageDrawing.h"
-#include "RuntimeError.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -15,7 +14,6 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QProcess>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTest>
@@ -93,16 +91,6 @@ protected:
     const QByteArray home_ = qgetenv("HOME");
 };
 
-std::optional<int> errorOf(const std::function<void()>& act)
-{
-    try {
-        act();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return std::nullopt;
-}
-
 QString textOf(const QString& pdf)
 {
     QProcess reader;
@@ -142,58 +130,32 @@ TEST_F(PrintingTest, TabGoesToItsColumnOfThisLineOrTheNext)
     {
         const char* rule;
         int from;
-        std::vector<Printer::Item> items;
-        QStringList lines;
+        std::initializer_list<Printer::Item> items;
+        QString lines;
     } rows[]{
         {"columns of the fixed width",
          100,
          {Tab{5}, u"a"_s, Tab{18}, u"b"_s},
-         {u"282,0 8 a"_s, u"1200,0 8 b"_s}},
-        {"an empty cell leaves nothing", 0, {Tab{5}, u""_s, Tab{18}, u"b"_s}, {u"1200,0 8 b"_s}},
+         u"282,0 8 a|1200,0 8 b"_s},
+        {"an empty cell leaves nothing", 0, {Tab{5}, u""_s, Tab{18}, u"b"_s}, u"1200,0 8 b"_s},
         {"beyond the position: next line",
          0,
          {u"Descrição longa"_s, Tab{3}, u"b"_s, Tab{9}, u"c"_s},
-         {u"0,0 8 Descrição longa"_s, u"141,184 8 b"_s, u"564,184 8 c"_s}},
-        {"a column just reached is not beyond",
-         0,
-         {Tab{5}, u""_s, Tab{5}, u"a"_s},
-         {u"282,0 8 a"_s}},
-        {"CurrentX beyond counts as well", 2000, {Tab{5}, u"a"_s}, {u"282,184 8 a"_s}},
-        {"below 1 is 1", 0, {Tab{-3}, u"a"_s}, {u"0,0 8 a"_s}},
-        {"beyond the line's columns: the rest", 0, {Tab{164}, u"a"_s}, {u"282,0 8 a"_s}},
-        {"no rest is column 1", 0, {Tab{318}, u"a"_s}, {u"0,0 8 a"_s}},
-        {"runs join", 100, {u"--"_s, u"x"_s}, {u"100,0 8 --"_s, u"207,0 8 x"_s}},
+         u"0,0 8 Descrição longa|141,184 8 b|564,184 8 c"_s},
+        {"a column just reached is not beyond", 0, {Tab{5}, u""_s, Tab{5}, u"a"_s}, u"282,0 8 a"_s},
+        {"CurrentX beyond counts as well", 2000, {Tab{5}, u"a"_s}, u"282,184 8 a"_s},
+        {"below 1 is 1", 0, {Tab{-3}, u"a"_s}, u"0,0 8 a"_s},
+        {"beyond the line's columns: the rest", 0, {Tab{164}, u"a"_s}, u"282,0 8 a"_s},
+        {"no rest is column 1", 0, {Tab{318}, u"a"_s}, u"0,0 8 a"_s},
+        {"runs join", 100, {u"--"_s, u"x"_s}, u"100,0 8 --|207,0 8 x"_s},
     };
     for (const auto& row : rows) {
         printer_.reset();
         printer_.setDevice(recorder_);
-        printer_.atX(row.from);
-        // The list form is the one of the forms.
-        switch (row.items.size()) {
-        case 2:
-            printer_.print({row.items[0], row.items[1]});
-            break;
-        case 4:
-            printer_.print({row.items[0], row.items[1], row.items[2], row.items[3]});
-            break;
-        default:
-            printer_.print({row.items[0], row.items[1], row.items[2], row.items[3], row.items[4]});
-        }
+        printer_.atX(row.from).print(row.items);
         EXPECT_EQ(printer_.currentX(), 0);
-        EXPECT_EQ(printed(), row.lines) << row.rule;
+        EXPECT_EQ(printed().join(u'|'), row.lines) << row.rule;
     }
-}
-
-TEST_F(PrintingTest, FourTagsStandOnOneLineOfThePaper)
-{
-    const QString tag = u"O.S: 0000012"_s;
-    printer_.setFontSize(18);
-    printer_.setFontBold(true);
-    printer_.atY(14000).print({Tab{3}, tag, Tab{20}, tag, Tab{36}, tag, Tab{52}, tag});
-    const QStringList lines = printed();
-    ASSERT_EQ(lines.size(), 4);
-    EXPECT_EQ(lines.back(), u"8813,14000 18 bold O.S: 0000012"_s);
-    EXPECT_NEAR(pageTextWidth(tag, 18, true), 2240, 30);
 }
 
 TEST_F(PrintingTest, ALineThatDoesNotFitOpensThePage)
@@ -297,15 +259,12 @@ TEST_F(PrintingTest, APdfIsWholeOrLeavesWhatStoodThere)
     device.put(pages, u"a"_s);
     device.put(pages, u"a"_s);
     EXPECT_EQ(device.writtenPath(), directory_.filePath(u"a (2).pdf"_s)) << "never over the first";
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray before = file.readAll();
+    const QString before = textOf(path);
     {
         const FullDisk full(1000);
         EXPECT_EQ(errorOf([&] { PdfDevice(path).put(pages, u"b"_s); }), 482);
     }
-    file.seek(0);
-    EXPECT_EQ(file.readAll(), before);
+    EXPECT_EQ(textOf(path), before);
     EXPECT_EQ(filesIn(directory_.path()).size(), 2);
     EXPECT_EQ(errorOf([&] { PdfDevice(directory_.filePath(u"no/a.pdf"_s)).put(pages, {}); }), 482);
     EXPECT_EQ(errorOf([&] { PdfDevice(directory_.path()).put(pages, {}); }), 482);
@@ -379,9 +338,9 @@ TEST_F(PrintingTest, CancelledTheDialogKeepsThePrinterAndNeverAFileWrittenBefore
     EXPECT_EQ(printer_.device(), recorder_);
 
     const auto chosen = std::make_shared<PdfDevice>(directory_.filePath(u"a.pdf"_s));
-    for (const std::shared_ptr<PageDevice>& last :
-         std::initializer_list<std::shared_ptr<PageDevice>>{
-             nullptr, chosen, std::make_shared<PreviewDevice>(chosen)}) {
+    const std::shared_ptr<PageDevice> before[]{nullptr, chosen,
+                                               std::make_shared<PreviewDevice>(chosen)};
+    for (const auto& last : before) {
         printer_.setDevice(last);
         cancel();
         auto kept = printer_.device();
@@ -424,22 +383,4 @@ TEST_F(PrintingTest, TheDialogRefusesWhatCannotBeWrittenAndAsksBeforeReplacing)
               (QStringList{u"Digite o nome do arquivo."_s, u"A pasta do arquivo não existe."_s,
                            u"O arquivo já existe. Quer substituir?"_s,
                            u"O arquivo já existe. Quer substituir?"_s}));
-}
-
-TEST_F(PrintingTest, TheDialogIsWorkedByKeysAlone)
-{
-    printer_.setDevice(nullptr);
-    atDialog([](QDialog& dialog) {
-        auto* const focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
-        ASSERT_TRUE(focused);
-        EXPECT_EQ(focused->text(), u"&Imprimir"_s);
-        QSet<QWidget*> reached;
-        for (int i = 0; i < 6; ++i) {
-            reached += QApplication::focusWidget();
-            key(Qt::Key_Tab);
-        }
-        EXPECT_EQ(reached.size(), 6);
-        dialog.reject();
-    });
-    CommonDialog().ShowPrinter(u"Recibo"_s);
 }
