@@ -203,22 +203,6 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
     EXPECT_EQ(openList()->RecordCount(), 1);
 }
 
-TEST_F(WriteOffTest, ListStaysWhereTheSharedFileCouldNotBeWritten)
-{
-    expectErrorBox();
-    writeOff("GALTERIA1.mdb");
-    EXPECT_EQ(state(), u"5 | 1"_s);
-    EXPECT_EQ(openList()->RecordCount(), 1);
-
-    writeOff("");
-    EXPECT_EQ(state(), u"3 | "_s);
-    // Another station's list knows nothing of this mark.
-    sql(listFile(), u"INSERT INTO Pecas(CODIGO) VALUES('1')"_s);
-    sql(listFile(), u"UPDATE _lista SET id='another', geracao=0"_s);
-    Database::dropIdle();
-    EXPECT_EQ(openList()->RecordCount(), 1);
-}
-
 // A write-off that stopped in the middle leaves the list whole, whatever became of its own file.
 TEST_F(WriteOffTest, ListThatWasNotEmptiedIsNotMarked)
 {

@@ -81,31 +81,23 @@ TEST_F(SnapshotTest, LikeFindsByFoldedTextAndTypedWildcards)
 
 TEST_F(SnapshotTest, OtherStatementsAreSyntaxErrors)
 {
-    struct Row
-    {
-        QString sql;
-        int error;
-    };
-    for (const Row& row :
-         {Row{u"SELECT * FROM FORNECEDOR WHERE CODIGO Like '%d'a%'"_s, RuntimeError::SyntaxError},
-          Row{u"SELECT * FROM FORNECEDOR WHERE CODIGO Like '%a"_s, RuntimeError::SyntaxError},
-          Row{u"SELECT * FROM FORNECEDOR WHERE CODIGO = 'a'"_s, RuntimeError::SyntaxError},
-          Row{u"SELECT * FROM FORNECEDOR WHERE CODIGO Like '%' or '1'='1'"_s,
-              RuntimeError::SyntaxError},
-          Row{u"SELECT * FROM FORNECEDOR; DROP TABLE FORNECEDOR"_s, RuntimeError::SyntaxError},
-          Row{u"SELECT CODIGO FROM FORNECEDOR"_s, RuntimeError::SyntaxError},
-          Row{u"SELECT * FROM FORNECEDOR order by CODIGO, SITE"_s, RuntimeError::SyntaxError},
-          Row{u"SELECT * FROM 1FORNECEDOR"_s, RuntimeError::SyntaxError},
-          Row{u"DELETE FROM FORNECEDOR"_s, RuntimeError::SyntaxError},
-          Row{u""_s, RuntimeError::SyntaxError},
-          Row{u"SELECT * FROM NADA"_s, RuntimeError::NoSuchTable},
-          Row{u"SELECT * FROM sqlite_master"_s, RuntimeError::NoSuchTable},
-          Row{u"SELECT * FROM _lista_concluida"_s, RuntimeError::NoSuchTable},
-          Row{u"SELECT * FROM FORNECEDOR order by NADA"_s, RuntimeError::MissingParameter},
-          Row{u"SELECT * FROM FORNECEDOR WHERE _id Like '%1%'"_s, RuntimeError::MissingParameter},
-          Row{u"SELECT * FROM FORNECEDOR WHERE CODIGO Like '%[%'"_s, RuntimeError::EngineFault},
-          Row{u"  select*from  FORNECEDOR  ORDER\tBY site "_s, 0}})
-        EXPECT_EQ(errorOf([&] { open(row.sql); }), row.error) << row.sql.toStdString();
+    const QString all = u"SELECT * FROM FORNECEDOR"_s;
+    for (const QString& wrong :
+         {all + u" WHERE CODIGO Like '%d'a%'"_s, all + u" WHERE CODIGO Like '%a"_s,
+          all + u" WHERE CODIGO = 'a'"_s, all + u" WHERE CODIGO Like '%' or '1'='1'"_s,
+          all + u"; DROP TABLE FORNECEDOR"_s, all + u" order by CODIGO, SITE"_s,
+          u"SELECT CODIGO FROM FORNECEDOR"_s, u"SELECT * FROM 1FORNECEDOR"_s,
+          u"DELETE FROM FORNECEDOR"_s, u""_s})
+        EXPECT_EQ(errorOf([&] { open(wrong); }), RuntimeError::SyntaxError) << wrong.toStdString();
+    for (const auto& [sql, error] :
+         {std::pair(u"SELECT * FROM NADA"_s, RuntimeError::NoSuchTable),
+          {u"SELECT * FROM sqlite_master"_s, RuntimeError::NoSuchTable},
+          {u"SELECT * FROM _lista_concluida"_s, RuntimeError::NoSuchTable},
+          {all + u" order by NADA"_s, RuntimeError::MissingParameter},
+          {all + u" WHERE _id Like '%1%'"_s, RuntimeError::MissingParameter},
+          {all + u" WHERE CODIGO Like '%[%'"_s, RuntimeError::EngineFault}})
+        EXPECT_EQ(errorOf([&] { open(sql); }), error) << sql.toStdString();
+    open(u"  select*from  FORNECEDOR  ORDER\tBY site "_s);
 }
 
 // Whatever is written in whatever sequence: what a recordset opened here shows, out of the images

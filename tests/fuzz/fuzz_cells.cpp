@@ -7,13 +7,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// As the engine would, it must not take a stray text for a number.
-bool couldBeTakenForNumber(const std::string& text)
-{
-    const char first = text.empty() ? 'x' : text.front();
-    return (first >= '0' && first <= '9') || first == '+' || first == '-' || first == '.' ||
-           first == ' ' || (first >= '\t' && first <= '\r');
-}
+// What the engine takes for the beginning of a number.
+constexpr std::string_view NumberHeads = "0123456789+-. \t\n\v\f\r";
 
 void store(const QString& text, FieldKind kind)
 {
@@ -27,7 +22,7 @@ void store(const QString& text, FieldKind kind)
         require(kind != FieldKind::Text, "a text field gives text");
     if (kind != FieldKind::Text && kind != FieldKind::Date &&
         stored.view().type == Cell::Type::Text)
-        require(!couldBeTakenForNumber(stored.text), "a stray text stays text in the file");
+        require(stored.text.find_first_of(NumberHeads) != 0, "a stray text stays text in the file");
     require(orderKey(Cell::null(), kind) < orderKey(stored.view(), kind), "Null comes first");
 }
 

@@ -23,15 +23,8 @@ QString escaped(const QString& text)
 // The same pattern for another engine. Only without sets, since those are written differently.
 QRegularExpression asRegularExpression(const QString& pattern)
 {
-    QString expression;
-    for (const QChar c : pattern) {
-        if (c == u'%')
-            expression += u".*"_s;
-        else if (c == u'_')
-            expression += u'.';
-        else
-            expression += QRegularExpression::escape(QString(c));
-    }
+    QString expression = QRegularExpression::escape(pattern);
+    expression.replace(u"\\%"_s, u".*"_s).replace(u'_', u'.');
     return QRegularExpression(QRegularExpression::anchoredPattern(expression),
                               QRegularExpression::DotMatchesEverythingOption);
 }

@@ -132,12 +132,8 @@ TEST_F(ControlsTest, AnErrorInAnEventNeverReachesTheAssignmentThatFiredIt)
     expectErrorBox(u"Erro nº 13\n"_s);
     bool wentOn = false;
     sample().on[u"Click"_s] = [&] {
-        try {
-            sample().Text1(0).setText(u"b"_s);
-            wentOn = true;
-        } catch (const RuntimeError&) {
-            ADD_FAILURE() << "the error crossed the event";
-        }
+        sample().Text1(0).setText(u"b"_s);
+        wentOn = true;
     };
     click(sample().Command1);
     EXPECT_TRUE(wentOn);

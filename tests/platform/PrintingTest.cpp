@@ -91,12 +91,17 @@ protected:
     const QByteArray home_ = qgetenv("HOME");
 };
 
+QString outputOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished());
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
 QString textOf(const QString& pdf)
 {
-    QProcess reader;
-    reader.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
-    EXPECT_TRUE(reader.waitForFinished());
-    return QString::fromUtf8(reader.readAllStandardOutput());
+    return outputOf(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
 }
 
 } // namespace
@@ -242,10 +247,7 @@ TEST_F(PrintingTest, ThePdfHoldsItsTextsOnA4Pages)
     EXPECT_TRUE(pages[1].contains(QRegularExpression(u"Código {2,}Descrição"_s)))
         << qPrintable(pages[1]);
 
-    QProcess info;
-    info.start(u"pdfinfo"_s, {path});
-    ASSERT_TRUE(info.waitForFinished());
-    const QString facts = QString::fromUtf8(info.readAllStandardOutput());
+    const QString facts = outputOf(u"pdfinfo"_s, {path});
     EXPECT_TRUE(facts.contains(u"A4"_s) && facts.contains(u"Ficha de entrada"_s))
         << qPrintable(facts);
     EXPECT_EQ(filesIn(directory_.path()).size(), 1);

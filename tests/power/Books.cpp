@@ -48,17 +48,14 @@ static void requireTwins(const std::string& file)
 
 void OrdersBook::read(const Words& words, int)
 {
-    if (words[0] == "save") {
-        next_ = orders_;
-        next_[words[1]] = words;
-    } else if (words[0] == "delete") {
-        next_ = orders_;
-        next_.erase(words[1]);
-    } else if (words[0] == "done") {
-        orders_ = next_;
-    } else if (words[0] == "refused") {
+    if (words[0] == "refused")
         throw std::runtime_error("a save was refused to a clerk who works alone");
-    }
+    if (words[0] == "save")
+        next_[words[1]] = words;
+    else if (words[0] == "delete")
+        next_.erase(words[1]);
+    else if (words[0] == "done")
+        orders_ = next_;
 }
 
 void OrdersBook::compare(const std::string& file)

@@ -107,7 +107,9 @@ void forget(const std::string& path, Medium& medium)
 }
 
 // A call that changes something, with the cut before, in or after it.
-template <class Work, class Half> int changing(const Work& work, const Half& half)
+template <class Work, class Half = void (*)()>
+int changing(
+    const Work& work, const Half& half = [] {})
 {
     if (!layer.status->armed || ++layer.status->calls != layer.plan.call)
         return work();
@@ -121,11 +123,6 @@ template <class Work, class Half> int changing(const Work& work, const Half& hal
             forget(path, medium);
     raise(SIGKILL);
     return SQLITE_IOERR;
-}
-
-template <class Work> int changing(const Work& work)
-{
-    return changing(work, [] {});
 }
 
 void syncFolder()

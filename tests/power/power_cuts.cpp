@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <random>
 #include <sstream>
 #include <thread>
@@ -21,10 +20,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Far longer than any run of a driver.
-constexpr auto Patience = 150s;
+// Seconds, far more than any run of a driver takes.
+constexpr unsigned Patience = 150;
 
-// One run of the driver. Its end and its state are looked at without waiting for ever.
+// One run of the driver.
 class Run
 {
 public:
@@ -39,6 +38,7 @@ public:
         words.push_back(nullptr);
         process_ = fork();
         if (process_ == 0) {
+            alarm(Patience);
             dup2(open(log_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
             execv(program.c_str(), words.data());
             _exit(127);
@@ -47,8 +47,7 @@ public:
     ~Run()
     {
         kill();
-        if (!ended_)
-            waitpid(process_, &state_, 0);
+        hasEnded(0);
         munmap(status_, sizeof *status_);
     }
     Run(const Run&) = delete;
@@ -58,7 +57,8 @@ public:
 
     void waitUntilArmed()
     {
-        waitFor([this] { return status_->armed || hasEnded(); });
+        while (!status_->armed && !hasEnded())
+            std::this_thread::sleep_for(200us);
     }
     void kill()
     {
@@ -68,7 +68,7 @@ public:
     // Whether it was killed; every other end but a good one is a failure.
     bool waitUntilGone()
     {
-        waitFor([this] { return hasEnded(); });
+        hasEnded(0);
         const bool killed = WIFSIGNALED(state_) && WTERMSIG(state_) == SIGKILL;
         if (!killed && (!WIFEXITED(state_) || WEXITSTATUS(state_) != 0))
             throw std::runtime_error("the driver ended with state " + std::to_string(state_));
@@ -90,19 +90,10 @@ public:
     }
 
 private:
-    bool hasEnded()
+    bool hasEnded(int wait = WNOHANG)
     {
-        ended_ = ended_ || waitpid(process_, &state_, WNOHANG) == process_;
+        ended_ = ended_ || waitpid(process_, &state_, wait) == process_;
         return ended_;
-    }
-    template <class Condition> void waitFor(const Condition& condition)
-    {
-        const auto late = std::chrono::steady_clock::now() + Patience;
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > late)
-                throw std::runtime_error("the driver hangs");
-            std::this_thread::sleep_for(200us);
-        }
     }
 
     fs::path log_;
@@ -128,21 +119,26 @@ public:
         std::string pattern = fs::temp_directory_path() / "power-XXXXXX";
         root_ = mkdtemp(pattern.data());
         fs::create_directory_symlink("share", root_ / "link");
-        initialise("share", "share");
-        initialise("s0", "share");
-        initialise("s1", "link");
         fs::create_directory(root_ / "look");
+        for (const auto& [name, share] :
+             {std::pair("share", "share"), {"s0", "share"}, {"s1", "link"}}) {
+            const fs::path folder = root_ / name;
+            fs::create_directory(folder);
+            Run(driver_, {"init", folder, root_ / share / "GALTERIA1.mdb"}, folder).waitUntilGone();
+        }
     }
 
-    // Prints what came of it; the answer is the exit status.
+    // Prints what came of it; the answer is the status to exit with.
     int run()
     {
         bool failed = false;
         try {
             if (work_ == "stations")
                 workTogether();
+            else if (work_ == "sales")
+                cutOff(SalesBook());
             else
-                cutOff();
+                cutOff(OrdersBook());
         } catch (const Failure& failure) {
             failed = true;
             std::printf("round %d: %s\n", rounds_, failure.what());
@@ -161,13 +157,6 @@ private:
     fs::path folderOf(int station) const { return root_ / ("s" + std::to_string(station)); }
     fs::path shared() const { return root_ / "share" / "GALTERIA1.mdb"; }
 
-    void initialise(const char* folder, const char* share)
-    {
-        fs::create_directory(root_ / folder);
-        Run(driver_, {"init", root_ / folder, root_ / share / "GALTERIA1.mdb"}, root_ / folder)
-            .waitUntilGone();
-    }
-
     // A copy with its journal, so that the next start finds what the cut left.
     std::string copyForLook(const fs::path& file) const
     {
@@ -182,32 +171,30 @@ private:
 
     Words arguments(const std::string& mode, int station, int call, int cut) const
     {
+        const unsigned seed = seed_ + static_cast<unsigned>(rounds_);
         return {mode,
                 folderOf(station),
-                std::to_string(seed_ + static_cast<unsigned>(rounds_)),
-                folderOf(station) / "status",
+                way_,
+                std::to_string(seed),
                 std::to_string(call),
                 std::to_string(cut),
-                way_,
                 std::to_string(number_)};
     }
 
-    void cutOff()
+    void cutOff(Book&& book)
     {
-        const std::unique_ptr<Book> book = work_ == "orders" ? std::unique_ptr<Book>(new OrdersBook)
-                                                             : std::make_unique<SalesBook>();
-        book->prepare(shared());
+        book.prepare(shared());
         if (way_ == "sweep" || way_ == "deaf") {
             for (const int cut : {1, 2}) {
                 int call = 1 + static_cast<int>(random_() % static_cast<unsigned>(number_));
-                while (round(*book, call, cut))
+                while (round(book, call, cut))
                     call += number_;
             }
             return;
         }
         constexpr unsigned MostCalls = 60;
         while (rounds_ < number_)
-            round(*book, rounds_ % 2 == 0 ? 1 + static_cast<int>(random_() % MostCalls) : 0, 0);
+            round(book, rounds_ % 2 == 0 ? 1 + static_cast<int>(random_() % MostCalls) : 0, 0);
         if (rounds_ >= 100 && inside_ * 2 < cuts_)
             throw std::runtime_error("too few cuts inside a transaction");
     }

@@ -31,9 +31,9 @@ namespace {
 std::mt19937 chance;
 cutvfs::Status* status = nullptr;
 
-int below(std::size_t limit)
+int below(qsizetype limit)
 {
-    return static_cast<int>(chance() % limit);
+    return static_cast<int>(chance() % static_cast<unsigned>(limit));
 }
 
 void say(const QStringList& words)
@@ -79,8 +79,18 @@ public:
         }
     }
 
-    int rows() const { return static_cast<int>(numbers_.size()); }
-    bool isShared() const { return !station_.isEmpty(); }
+    void doSomething()
+    {
+        constexpr int Fewest = 4;
+        constexpr int Most = 10;
+        const int choice = below(4);
+        if (numbers_.size() < Fewest || (choice == 0 && numbers_.size() < Most))
+            add();
+        else if (choice == 1)
+            remove();
+        else
+            edit();
+    }
 
     void add()
     {
@@ -91,38 +101,34 @@ public:
         form_.Text1(0).setText(newText());
         form_.Text7.setText(newText());
         form_.Text1(11).setText(newText());
-        if (save()) {
+        if (save())
             numbers_ << form_.Text1(13).text();
-        } else {
-            click(form_.Command1(9));
-            open();
-        }
+        else
+            giveUp();
     }
 
     void edit()
     {
         // Where both work, they shall meet at the oldest rows.
-        show(numbers_[below(isShared() ? 3 : static_cast<std::size_t>(rows()))]);
+        show(numbers_[below(isShared() ? 3 : numbers_.size())]);
         click(form_.Command1(2));
         // Time enough for the other station.
         if (isShared())
             usleep(static_cast<useconds_t>(below(10000)));
-        if (!isShared())
+        else
             form_.Text1(0).setText(newText());
-        if (!isShared() || parity() == 0)
+        if (station_ != u"b")
             form_.Text7.setText(newText());
-        if (!isShared() || parity() == 1)
+        if (station_ != u"a")
             form_.Text1(11).setText(newText());
         // Refused where the other station wrote the row meanwhile; then once more, or never mind.
-        if (!save() && (below(2) == 0 || !save())) {
-            click(form_.Command1(9));
-            open();
-        }
+        if (!save() && (below(2) == 0 || !save()))
+            giveUp();
     }
 
     void remove()
     {
-        const QString number = numbers_[below(static_cast<std::size_t>(rows()))];
+        const QString number = numbers_[below(numbers_.size())];
         if (isShared() && number.toInt() % 2 != parity())
             return;
         show(number);
@@ -139,6 +145,7 @@ public:
     }
 
 private:
+    bool isShared() const { return !station_.isEmpty(); }
     int parity() const { return station_ == u"a" ? 0 : 1; }
 
     QString newText() { return u"%1%2-%3"_s.arg(station_).arg(getpid()).arg(++texts_); }
@@ -147,6 +154,12 @@ private:
     {
         form_.Text2.setText({});
         form_.Text2.setText(number);
+    }
+
+    void giveUp()
+    {
+        click(form_.Command1(9));
+        open();
     }
 
     bool save()
@@ -166,19 +179,6 @@ private:
     int texts_ = 0;
 };
 
-void workAtDesk(Desk& desk)
-{
-    constexpr int Fewest = 4;
-    constexpr int Most = 10;
-    const int choice = below(4);
-    if (desk.rows() < Fewest || (choice == 0 && desk.rows() < Most))
-        desk.add();
-    else if (choice == 1)
-        desk.remove();
-    else
-        desk.edit();
-}
-
 void orders(bool onceEach)
 {
     Desk desk({});
@@ -191,7 +191,7 @@ void orders(bool onceEach)
         return;
     }
     for (;;)
-        workAtDesk(desk);
+        desk.doSomething();
 }
 
 void station(const QString& name, int seconds)
@@ -200,7 +200,7 @@ void station(const QString& name, int seconds)
     QElapsedTimer clock;
     clock.start();
     for (int step = 1; clock.elapsed() < 1000LL * seconds; ++step) {
-        workAtDesk(desk);
+        desk.doSomething();
         if (step % 20 == 0)
             desk.open();
     }
@@ -228,7 +228,7 @@ public:
 
     void addLine()
     {
-        const int part = below(static_cast<std::size_t>(form_.MSFlexGrid1.Rows() - 1));
+        const int part = below(form_.MSFlexGrid1.Rows() - 1);
         auto* grid = qobject_cast<QTableView*>(form_.MSFlexGrid1.widget());
         const QModelIndex cell = grid->model()->index(part, 0);
         grid->setCurrentIndex(cell);
@@ -267,7 +267,7 @@ void sales()
 } // namespace
 
 // power_driver init FOLDER SHARED_FILE
-// power_driver orders|sales|a|b FOLDER SEED STATUS_FILE CALL CUT WAY SECONDS
+// power_driver orders|sales|a|b FOLDER WAY SEED CALL CUT SECONDS
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -283,14 +283,12 @@ int main(int argc, char** argv)
         return 0;
     }
     prepareApplication(application);
-    const auto seed = arguments[3].toUInt();
+    const QString way = arguments[3];
+    const auto seed = arguments[4].toUInt();
+    const auto cut = static_cast<cutvfs::Cut>(arguments[6].toInt());
     chance.seed(seed);
-    const QString way = arguments[7];
-    status = cutvfs::map(argv[4]);
-    cutvfs::install(
-        status,
-        {arguments[5].toInt(), static_cast<cutvfs::Cut>(arguments[6].toInt()), way == u"deaf"},
-        seed);
+    status = cutvfs::map((arguments[2] + u"/status"_s).toUtf8().constData());
+    cutvfs::install(status, {arguments[5].toInt(), cut, way == u"deaf"}, seed);
     installEventTransactions();
     EventTransactions::instance().setCommitPerStatementForTests(way == u"each-statement");
     setMsgBoxForTests(answer);
@@ -303,7 +301,7 @@ int main(int argc, char** argv)
     if (mode == u"sales")
         sales();
     else if (mode == u"a" || mode == u"b")
-        station(mode, arguments[8].toInt());
+        station(mode, arguments[7].toInt());
     else
         orders(way == u"sweep" || way == u"deaf");
     say({u"end"_s});
