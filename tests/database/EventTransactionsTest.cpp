@@ -197,8 +197,11 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
     EXPECT_EQ(openList()->RecordCount(), 0);
     EXPECT_EQ(state(), u"3 | "_s);
 
-    // The mark has served: the next list stays.
+    // The mark has served: the next list stays, and so does one of another station.
     sql(listFile(), u"INSERT INTO Pecas(CODIGO) VALUES('2')"_s);
+    Database::dropIdle();
+    EXPECT_EQ(openList()->RecordCount(), 1);
+    sql(listFile(), u"UPDATE _lista SET id='another', geracao=0"_s);
     Database::dropIdle();
     EXPECT_EQ(openList()->RecordCount(), 1);
 }

@@ -34,13 +34,8 @@ bool isPlain(const QString& text)
     return std::none_of(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); });
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void search(const QString& patternText, const QString& text)
 {
-    const FuzzInput input(data, size);
-    const QString& text = input.rest;
-
     const LikePattern own(u'%' + escaped(text) + u'%');
     require(own.isSubstring() && own.matches(text), "a text contains itself");
     require(own.literal() == folded(text), "the literal is the folded text");
@@ -48,20 +43,50 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     require(LikePattern(escaped(text)).matches(folded(text)), "case does not count");
 
     try {
-        const LikePattern pattern(input.head);
+        const LikePattern pattern(patternText);
         const bool matches = pattern.matches(text);
         require(matches == pattern.matches(folded(text)), "case of the text does not count");
         if (matches)
-            require(LikePattern(u'%' + input.head + u'%').matches(u'x' + text + u'x'),
+            require(LikePattern(u'%' + patternText + u'%').matches(u'x' + text + u'x'),
                     "more on both sides is found");
-        const bool isSmall = input.head.count(u'%') < 5 && text.size() < 40;
-        if (isSmall && !input.head.contains(u'[') && isPlain(input.whole))
+        const bool isSmall = patternText.count(u'%') < 5 && text.size() < 40;
+        if (isSmall && !patternText.contains(u'[') && isPlain(patternText + text))
             require(matches ==
-                        asRegularExpression(folded(input.head)).match(folded(text)).hasMatch(),
+                        asRegularExpression(folded(patternText)).match(folded(text)).hasMatch(),
                     "another engine finds the same");
     } catch (const RuntimeError& error) {
-        require(error.number() == RuntimeError::EngineFault && input.head.contains(u'['),
+        require(error.number() == RuntimeError::EngineFault && patternText.contains(u'['),
                 "only an unclosed bracket is a fault");
     }
+}
+
+int sign(int number)
+{
+    return (number > 0) - (number < 0);
+}
+
+void order(const QString& left, const QString& right)
+{
+    const int way = sign(compareByOrder(left, right));
+
+    require(sign(sortKey(left).compare(sortKey(right))) == way, "the keys tell the order");
+    require(sign(compareByOrder(right, left)) == -way, "the order has one direction");
+    require(sortKey(folded(left)) == sortKey(left), "case does not count");
+    require(sortKey(left.normalized(QString::NormalizationForm_D)) ==
+                sortKey(left.normalized(QString::NormalizationForm_C)),
+            "how an accent is composed does not count");
+    require(folded(left).size() == left.size(), "folding keeps the length");
+    require(folded(folded(left)) == folded(left), "folding twice is folding once");
+    if (left != right && folded(left) == folded(right))
+        require(way == 0, "texts that differ only in case stand together");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const FuzzInput input(data, size);
+    search(input.head, input.rest);
+    order(input.head, input.rest);
     return 0;
 }
