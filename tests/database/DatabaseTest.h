@@ -20,18 +20,16 @@ protected:
     }
 
     std::unique_ptr<Recordset> open(const QString& sql, CursorType cursor = CursorType::Static,
-                                    LockType lock = LockType::Optimistic)
+                                    LockType lock = LockType::Optimistic, const QString& file = {})
     {
         auto recordset = std::make_unique<Recordset>();
-        recordset->Open(sql, connect(mainFile()), cursor, lock);
+        recordset->Open(sql, connect(file.isEmpty() ? mainFile() : file), cursor, lock);
         return recordset;
     }
     std::unique_ptr<Recordset> openList()
     {
-        auto recordset = std::make_unique<Recordset>();
-        recordset->Open(u"SELECT * FROM Pecas order by CODIGO"_s, connect(listFile()),
-                        CursorType::Static, LockType::Optimistic);
-        return recordset;
+        return open(u"SELECT * FROM Pecas order by CODIGO"_s, CursorType::Static,
+                    LockType::Optimistic, listFile());
     }
 
     // Suppliers with these names, each with its code as long as the list.

@@ -46,6 +46,9 @@ void checkNumber(double number, const QString& format)
     const Value::Money money{static_cast<qint64>(std::fmod(number, 1e14) * 1e4)};
     require(toNumber(Format(money, u"0.0000"_s)) == toNumber(Value(money).text()),
             "money keeps its ten-thousandths");
+    for (const QString& price : {formats::Money, formats::Total})
+        require(Format(money, price) == Format(Value(money).text(), price),
+                "prices show as the same numbers do");
 }
 
 } // namespace
