@@ -144,8 +144,8 @@ TEST_F(EventTransactionsTest, FailedCommitIsToldAndUndone)
     });
     disk_.empty();
     EXPECT_EQ(table->Fields(0).text(), u"a"_s);
-    EXPECT_EQ(open(suppliers_)->Fields(0).text(), u"a"_s);
-    event([&] { table->Fields(0) = u"y"_s, table->Update(); });
+    table->Fields(0) = u"y"_s;
+    table->Update();
     EXPECT_EQ(names(), QStringList{u"y"_s});
 }
 
@@ -162,15 +162,17 @@ protected:
         setListMarkResolver([this] { return mainFile(); });
     }
 
-    void writeOff(const std::string& fullDisk)
+    // The commit of the list's own file fails, which comes last.
+    void writeOff()
     {
         auto parts = open(u"SELECT * FROM Pecas order by CODIGO"_s);
         auto list = openList();
+        expectErrorBox();
         event([&] {
             parts->Fields(u"ESTOQUE"_s) = u"3"_s;
             parts->Update();
             list->Delete();
-            disk_.fillFor(fullDisk);
+            disk_.fillFor("MIRANDEL1.mdb");
         });
         disk_.empty();
     }
@@ -186,9 +188,8 @@ protected:
 
 TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
 {
-    expectErrorBox();
-    writeOff("MIRANDEL1.mdb");
-    EXPECT_EQ(state(), u"3 | 1"_s) << "the shared file was first, the list's own commit failed";
+    writeOff();
+    EXPECT_EQ(state(), u"3 | 1"_s);
 
     // Where the shared file cannot be reached nothing is decided yet.
     setListMarkResolver([this] { return folder() + u"/nada.mdb"_s; });
@@ -210,7 +211,6 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
 TEST_F(WriteOffTest, ListThatWasNotEmptiedIsNotMarked)
 {
     sql(listFile(), u"INSERT INTO Pecas(CODIGO, QUANTIDADE) VALUES('2', '1')"_s);
-    expectErrorBox();
-    writeOff("MIRANDEL1.mdb");
+    writeOff();
     EXPECT_EQ(openList()->RecordCount(), 2);
 }
