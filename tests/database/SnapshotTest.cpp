@@ -62,21 +62,15 @@ TEST_F(SnapshotTest, OrderPutsNullsFirstThenPortugueseAndNumbersByValue)
 TEST_F(SnapshotTest, LikeFindsByFoldedTextAndTypedWildcards)
 {
     addSuppliers({u"JOSE"_s, u"José"_s, u"50% off"_s, u"a[b"_s, u""_s, QString(), u"D'Ávila"_s});
-    struct Row
-    {
-        QString typed;
-        QStringList codes;
+    const std::vector<std::pair<QString, QString>> rows{
+        {u"jose"_s, u"1"_s}, {u"JOSÉ"_s, u"2"_s}, {u""_s, u"1 2 3 4 5 7"_s},
+        {u"%of_"_s, u"3"_s}, {u"[%]"_s, u"3"_s},  {u"[ja]"_s, u"1 2 4 7"_s},
+        {u"d''á"_s, u"7"_s}, {u"*"_s, u""_s},
     };
-    for (const Row& row :
-         {Row{u"jose"_s, {u"1"_s}}, Row{u"JOSÉ"_s, {u"2"_s}},
-          Row{u""_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"7"_s}}, Row{u"%of_"_s, {u"3"_s}},
-          Row{u"[%]"_s, {u"3"_s}}, Row{u"[ja]"_s, {u"1"_s, u"2"_s, u"4"_s, u"7"_s}},
-          Row{u"d''á"_s, {u"7"_s}}, Row{u"*"_s, {}}})
-        EXPECT_EQ(column(*open(u"SELECT * FROM FORNECEDOR WHERE NomeEmpresa Like '%"_s + row.typed +
-                               u"%'"_s),
-                         9),
-                  row.codes)
-            << row.typed.toStdString();
+    const QString search = u"SELECT * FROM FORNECEDOR WHERE NomeEmpresa Like '%"_s;
+    for (const auto& [typed, codes] : rows)
+        EXPECT_EQ(column(*open(search + typed + u"%'"_s), 9).join(u' '), codes)
+            << typed.toStdString();
 }
 
 TEST_F(SnapshotTest, OtherStatementsAreSyntaxErrors)

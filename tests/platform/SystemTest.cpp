@@ -158,13 +158,12 @@ TEST_F(ProfileFileTest, WhatCannotBeWrittenLeavesTheFileAsItWas)
     EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
     EXPECT_EQ(read(u"Titulo"_s), u"<default>"_s);
     faults::setObserver({});
-    QFile::setPermissions(path(), QFile::ReadOwner);
-    EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
-    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner);
-    QFile::setPermissions(directory_.path(), QFile::ReadOwner | QFile::ExeOwner);
-    EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
-    QFile::setPermissions(directory_.path(),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    for (const QString& marked : {path(), directory_.path()}) {
+        const auto usual = QFile::permissions(marked);
+        QFile::setPermissions(marked, QFile::ReadOwner | QFile::ExeOwner);
+        EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
+        QFile::setPermissions(marked, usual);
+    }
     EXPECT_EQ(contents(path()), before);
     EXPECT_EQ(files(), QStringList{u"Banco.ini"_s});
     EXPECT_FALSE(writeProfileString(u"a"_s, u"b"_s, u"c"_s, directory_.filePath(u"no/x.ini"_s)));
@@ -270,7 +269,7 @@ TEST_F(SystemTest, AProgramStartedFromHereDoesNotHoldTheInstance)
     {
         const InstanceLock lock(directory_.path());
         ASSERT_FALSE(lock.heldByAnother());
-        Shell(u"sleep 20"_s);
+        Shell(u"sleep 3"_s);
     }
     EXPECT_FALSE(InstanceLock(directory_.path()).heldByAnother());
 }

@@ -206,62 +206,57 @@ void station(const QString& name, int seconds)
     }
 }
 
-class Counter
+Form1pecavenda& counter()
 {
-public:
-    Counter() { open(); }
+    return form<Form1pecavenda>();
+}
 
-    void open()
-    {
-        form_.unload();
-        form_.show();
-        say({u"list"_s, QString::number(lines())});
-    }
+int listLines()
+{
+    int lines = 0;
+    for (int row = 1; row < counter().MSFlexGrid2.Rows(); ++row)
+        lines += counter().MSFlexGrid2.TextMatrix(row, 0).isEmpty() ? 0 : 1;
+    return lines;
+}
 
-    int lines() const
-    {
-        int lines = 0;
-        for (int row = 1; row < form_.MSFlexGrid2.Rows(); ++row)
-            lines += form_.MSFlexGrid2.TextMatrix(row, 0).isEmpty() ? 0 : 1;
-        return lines;
-    }
+void openCounter()
+{
+    counter().unload();
+    counter().show();
+    say({u"list"_s, QString::number(listLines())});
+}
 
-    void addLine()
-    {
-        const int part = below(form_.MSFlexGrid1.Rows() - 1);
-        auto* grid = qobject_cast<QTableView*>(form_.MSFlexGrid1.widget());
-        const QModelIndex cell = grid->model()->index(part, 0);
-        grid->setCurrentIndex(cell);
-        emit grid->clicked(cell);
-        form_.Text1(6).setText(QString::number(1 + part % 2));
-        say({u"line"_s, form_.Text1(0).text(), form_.Text1(6).text()});
-        click(form_.Command2(0));
-    }
+void addLine()
+{
+    const int part = below(counter().MSFlexGrid1.Rows() - 1);
+    auto* grid = qobject_cast<QTableView*>(counter().MSFlexGrid1.widget());
+    grid->setCurrentIndex(grid->model()->index(part, 0));
+    emit grid->clicked(grid->currentIndex());
+    counter().Text1(6).setText(QString::number(1 + part % 2));
+    say({u"line"_s, counter().Text1(0).text(), counter().Text1(6).text()});
+    click(counter().Command2(0));
+}
 
-    void book()
-    {
-        say({u"book"_s});
-        click(form_.Command2(2));
-        say({u"done"_s});
-    }
+void book()
+{
+    say({u"book"_s});
+    click(counter().Command2(2));
+    say({u"done"_s});
+    openCounter();
+}
 
-private:
-    Form1pecavenda& form_ = form<Form1pecavenda>();
-};
-
+// A list that a cut left is booked first.
 void sales()
 {
     constexpr int FullList = 24;
-    Counter counter;
-    if (counter.lines() == 0)
-        counter.addLine();
-    counter.book();
-    counter.open();
-    while (counter.lines() < FullList)
-        counter.addLine();
+    openCounter();
+    if (listLines() == 0)
+        addLine();
+    book();
+    while (listLines() < FullList)
+        addLine();
     status->armed = 1;
-    counter.book();
-    counter.open();
+    book();
 }
 
 } // namespace
