@@ -100,18 +100,16 @@ TEST_F(MovesTest, PlaceIsToldAndTakenAgain)
 TEST_F(MovesTest, FindFoldsCaseKnowsNoWildcardsAndEndsAtEof)
 {
     addSuppliers({QString(), u""_s, u"José & Filhos"_s, u"50% a*b_c"_s, u"JOSE ltda"_s});
-    struct Row
-    {
-        QString text;
-        QString code; // empty: end of file
+    const std::vector<std::pair<QString, QString>> rows{
+        {u"jos"_s, u"3"_s},   {u"jose"_s, u"5"_s}, {u"JOSÉ"_s, u"3"_s},
+        {u"% a"_s, u"4"_s},   {u"a*b"_s, u"4"_s},  {u"b_c"_s, u"4"_s},
+        {u"a%b"_s, u"eof"_s}, {u""_s, u"2"_s},     {u"x"_s, u"eof"_s},
     };
-    for (const Row& row : {Row{u"jos"_s, u"3"_s}, Row{u"jose"_s, u"5"_s}, Row{u"JOSÉ"_s, u"3"_s},
-                           Row{u"% a"_s, u"4"_s}, Row{u"a*b"_s, u"4"_s}, Row{u"b_c"_s, u"4"_s},
-                           Row{u"a%b"_s, u""_s}, Row{u""_s, u"2"_s}, Row{u"x"_s, u""_s}}) {
-        SCOPED_TRACE(row.text.toStdString());
+    for (const auto& [text, code] : rows) {
         auto table = open(u"SELECT * FROM FORNECEDOR"_s);
-        table->Find(u"nomeempresa LIKE '*%1*'"_s.arg(row.text));
-        EXPECT_EQ(table->eof() ? u""_s : table->Fields(u"codigo"_s).text(), row.code);
+        table->Find(u"nomeempresa LIKE '*%1*'"_s.arg(text));
+        EXPECT_EQ(table->eof() ? u"eof"_s : table->Fields(u"codigo"_s).text(), code)
+            << text.toStdString();
     }
     auto table = open(u"SELECT * FROM FORNECEDOR"_s);
     table->Find(u"CODIGO LIKE '*x*'"_s);

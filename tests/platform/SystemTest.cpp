@@ -6,7 +6,6 @@
 #include "PreviousInstance.h"
 #include "ProfileFile.h"
 #include "Shell.h"
-#include "Windows1252.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -85,15 +84,15 @@ TEST_F(ProfileFileTest, ValuesAreReadAsThePublishedPagesTell)
                 "Email=x@y\n"
                 "sem igual\r\n"
                 "Dupla=primeira\r\nDUPLA=segunda\r\n"
-                "Acento=Eletr\xF4nica \x80 5\r\n"
+                "Acento=Eletr\xF4nica \x80\x8E\x9F 5\r\n"
                 "[Configurar]\r\nSite=da segunda\r\n"
                 "[Aberta\r\nFim=sem fim de linha");
     const QList<std::pair<QString, QString>> rows{
-        {u"TITULO"_s, u"Loja  "_s},          {u"Aspas"_s, u"'abc"_s},
-        {u"Trocadas"_s, u"\"abc'"_s},        {u"1"_s, u""_s},
-        {u"endereco"_s, u"Rua A; casa=2"_s}, {u"Email"_s, u"x@y"_s},
-        {u"sem igual"_s, u"<default>"_s},    {u"Dupla"_s, u"primeira"_s},
-        {u"Acento"_s, u"Eletrônica € 5"_s},  {u"Site"_s, u"<default>"_s},
+        {u"TITULO"_s, u"Loja  "_s},           {u"Aspas"_s, u"'abc"_s},
+        {u"Trocadas"_s, u"\"abc'"_s},         {u"1"_s, u""_s},
+        {u"endereco"_s, u"Rua A; casa=2"_s},  {u"Email"_s, u"x@y"_s},
+        {u"sem igual"_s, u"<default>"_s},     {u"Dupla"_s, u"primeira"_s},
+        {u"Acento"_s, u"Eletrônica €ŽŸ 5"_s}, {u"Site"_s, u"<default>"_s},
         {u"Solto"_s, u"<default>"_s}};
     for (const auto& [key, value] : rows)
         EXPECT_EQ(read(key), value) << qPrintable(key);
@@ -191,15 +190,6 @@ TEST_F(ProfileFileTest, ALinkStaysALinkAndTheModeStays)
     EXPECT_TRUE(QFileInfo(path()).isSymLink());
     EXPECT_EQ(contents(real), "[Configurar]\r\nTitulo=b\r\n");
     EXPECT_EQ(QFile::permissions(real) & (mode | QFile::ReadOther), mode);
-}
-
-TEST(Windows1252Test, EveryByteSurvives)
-{
-    QByteArray bytes;
-    for (int i = 0; i < 256; ++i)
-        bytes += static_cast<char>(i);
-    EXPECT_EQ(toWindows1252(fromWindows1252(bytes)), bytes);
-    EXPECT_EQ(fromWindows1252("\x80\x8E\x9F\xE7"), u"€ŽŸç"_s);
 }
 
 TEST_F(SystemTest, ADriveLetterIsALinkInTheConfigurationOrBesideTheProgram)

@@ -1,7 +1,5 @@
 #include "Like.h"
 
-#include "ErrorOf.h"
-
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,17 +32,4 @@ TEST(Like, CaseAndSetsFollowTheirRules)
     };
     for (const Row& row : rows)
         EXPECT_EQ(LikePattern(row.pattern).matches(row.text), row.matches) << row.rule;
-}
-
-TEST(Like, PlainSearchesAreToldApart)
-{
-    EXPECT_TRUE(LikePattern(u"%%"_s).isSubstring());
-    EXPECT_EQ(LikePattern(u"%Ção[%]%"_s).literal(), u"ção%"_s);
-    for (const QString& pattern : {u"ab"_s, u"%ab"_s, u"ab%"_s, u"%a_%"_s, u"%a%b%"_s, u"%[ab]%"_s})
-        EXPECT_FALSE(LikePattern(pattern).isSubstring()) << pattern.toStdString();
-}
-
-TEST(Like, UnclosedBracketIsAFault)
-{
-    EXPECT_EQ(errorOf([] { LikePattern(u"%a[b%"_s); }), RuntimeError::EngineFault);
 }
