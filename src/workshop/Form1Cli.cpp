@@ -553,7 +553,8 @@ void Form1Cli::ExcluiFicha()
                 open(Tabela1, Conexao1, ClientsByNumber);
                 Tabela1->Find(likeCriterion(u"numero"_s, client[0].textOrEmpty()));
             } catch (const RuntimeError&) {
-                // Nothing more can be done here; the row shown below is the one that is current.
+                // A disk that failed has put the row back by itself.
+                Tabela1->CancelUpdate();
             }
         }
     }

@@ -190,32 +190,6 @@ TEST_F(Login, WithoutUsersOnlyTheFrameLeads)
     EXPECT_EQ(enabledOf(principal().Command1), u"5 7 10 13"_s);
 }
 
-TEST_F(Login, AnyFailureWhileOpeningShutsTheDialog)
-{
-    addUser(u"Ana"_s, u"um"_s);
-    bool failed = true;
-    for (int n = 1; failed; ++n) {
-        // The first call opens the connection, which has boxes of its own.
-        if (n == 1) {
-            expectErrorBox();
-            expectErrorBox(u"Restaure o Banco de Dados"_s);
-        }
-        int left = n;
-        failed = false;
-        faults::setObserver([&](faults::Call call) {
-            if (call == faults::Call::Recordset && --left == 0) {
-                failed = true;
-                throw RuntimeError(RuntimeError::EngineFault);
-            }
-        });
-        inDialog([&] {
-            faults::setObserver({});
-            EXPECT_EQ(enabledOf(log().Command1), failed ? QString() : u"0 1"_s) << n;
-            EXPECT_EQ(log().Combo1.enabled(), !failed) << n;
-        });
-    }
-}
-
 TEST_F(Login, FailingCallNeitherLetsAStrangerInNorLocksOut)
 {
     addUser(u"Ana"_s, u"um"_s, 1);

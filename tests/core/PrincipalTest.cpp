@@ -159,20 +159,6 @@ TEST_F(Principal, QuickSearchHandsItsTextOver)
     EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
 }
 
-TEST_F(Principal, WindowServesWithoutWhatItCouldNotRead)
-{
-    const auto anew = [this] {
-        FormRegistry::instance().clear();
-        addForm<Form1principal>();
-    };
-    const auto serves = [](bool) {
-        EXPECT_TRUE(principal().isVisible());
-        EXPECT_EQ(enabledOf(principal().Command1), u"5 7 13"_s);
-    };
-    failEachCall(
-        anew, [] { principal().show(); }, serves, 2);
-}
-
 // The mark of the running program is taken once a process, so this one runs in its own.
 TEST_F(Principal, SecondInstanceEndsWithoutAMessage)
 {

@@ -186,24 +186,6 @@ TEST_F(SaleTest, ClosingAsksOnlyOverAList)
     EXPECT_EQ(lines().size(), 0);
 }
 
-// A line that cannot be stored shows its box and leaves nothing pending.
-TEST_F(SaleTest, LineThatFailsCanBeAddedAgain)
-{
-    const auto prepare = [this] {
-        sale().unload();
-        sql(listFile(), u"DELETE FROM Pecas"_s);
-        openSale();
-        click(sale().MSFlexGrid1, 1);
-    };
-    const auto add = [] { click(sale().Command2(0)); };
-    const auto check = [&](bool) {
-        if (lines().isEmpty())
-            add();
-        EXPECT_EQ(lines(), QStringList{u"0000001|0000001|1|2,50"_s});
-    };
-    failEachCall(prepare, add, check, 4);
-}
-
 TEST_F(SaleTest, LineThatCannotBeTakenOutLeavesTheTotals)
 {
     openSale();

@@ -1,4 +1,3 @@
-#include "FailingDisk.h"
 #include "RuntimeError.h"
 #include "StockTest.h"
 
@@ -185,34 +184,32 @@ TEST_F(WriteOffTest, SecondTryAfterAListThatCouldNotBeEmptiedBooksTheSamePart)
 
 TEST_F(WriteOffTest, BookingThatDoesNotBecomeDurableShowsTheListAgain)
 {
-    FailingDisk disk;
-    addPart(u"0000001"_s, u"First"_s);
-    addPart(u"0000002"_s, u"Second"_s);
-    openSale();
-    sell(2, u"2"_s);
-    const QString line = gridRows(sale().MSFlexGrid2).front();
-    const QStringList catalogue = gridRows(sale().MSFlexGrid1);
-    bool refused = true;
-    for (int n = 1; refused; ++n) {
-        SCOPED_TRACE(n);
-        setMsgBoxForTests([](const Box& box) {
-            return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
-        });
-        disk.fillFrom(n, "GALTERIA1.mdb", 1);
-        click(sale().Command2(1));
-        refused = FailingDisk::refused();
-        disk.empty();
-        if (!refused)
-            break;
-        EXPECT_EQ(lines().size(), 1);
-        EXPECT_EQ(cash().size(), 0);
-        EXPECT_EQ(gridRows(sale().MSFlexGrid2).value(0), line);
-        EXPECT_EQ(gridRows(sale().MSFlexGrid1), catalogue);
-        EXPECT_EQ(sale().Text3.text(), u"5,00"_s);
-        EXPECT_TRUE(sale().Command2(1).enabled());
-    }
-    EXPECT_EQ(stocks(), (QStringList{u"0000001 10"_s, u"0000002 8"_s}));
-    EXPECT_EQ(lines().size(), 0);
+    QString line;
+    QStringList catalogue;
+    const auto prepare = [&] {
+        if (sale().isLoaded())
+            return; // the list that came back
+        addPart(u"0000001"_s, u"First"_s);
+        addPart(u"0000002"_s, u"Second"_s);
+        openSale();
+        sell(2, u"2"_s);
+        line = gridRows(sale().MSFlexGrid2).front();
+        catalogue = gridRows(sale().MSFlexGrid1);
+    };
+    const auto check = [&](bool failed) {
+        EXPECT_EQ(lines().size(), failed ? 1 : 0);
+        EXPECT_EQ(stocks(),
+                  (QStringList{u"0000001 10"_s, failed ? u"0000002 10"_s : u"0000002 8"_s}));
+        EXPECT_EQ(cash().size(), failed ? 0 : 1);
+        EXPECT_EQ(sale().Command2(1).enabled(), failed);
+        if (failed) {
+            EXPECT_EQ(gridRows(sale().MSFlexGrid2).front(), line);
+            EXPECT_EQ(gridRows(sale().MSFlexGrid1), catalogue);
+            EXPECT_EQ(sale().Text3.text(), u"5,00"_s);
+        }
+    };
+    failEachWrite(
+        prepare, [] { click(sale().Command2(1)); }, check, 1);
 }
 
 TEST_F(WriteOffTest, PartsAtExactlyZeroAreOrderedOnceAnOpening)
@@ -246,22 +243,18 @@ TEST_F(WriteOffTest, PartsAtExactlyZeroAreOrderedOnceAnOpening)
 TEST_F(WriteOffTest, OrderThatFailsIsMadeTheNextTime)
 {
     addPart(u"0000001"_s, u"Sold out"_s, u"'0'"_s);
-    bool reached = true;
-    for (int n = 1; reached; ++n) {
-        SCOPED_TRACE(n);
+    const auto prepare = [this] {
+        sale().unload();
+        mainSql(u"DELETE FROM PEDIDO"_s);
         openSale();
-        const auto order = [] {
-            gate::run(sale(), OnError::Box, [] { sale().PedidoAutomatico(); });
-        };
-        failCall(n);
-        order();
-        reached = callFailed();
+    };
+    const auto order = [] { gate::run(sale(), OnError::Box, [] { sale().PedidoAutomatico(); }); };
+    const auto check = [&](bool) {
         if (orders().isEmpty())
             order();
         EXPECT_EQ(orders().size(), 1); // its code may pass one by
-        sale().unload();
-        mainSql(u"DELETE FROM PEDIDO"_s);
-    }
+    };
+    failEachCall(prepare, order, check, 4);
 }
 
 // The routine as it is told, part by part and order by order.

@@ -3,6 +3,7 @@
 #include "Database.h"
 #include "Dates.h"
 #include "EventTransactions.h"
+#include "FailingDisk.h"
 #include "Faults.h"
 #include "Funciones.h"
 #include "GateFrames.h"
@@ -136,6 +137,30 @@ bool FormTest::callFailed()
 void FormTest::failEachCall(const std::function<void()>& prepare, const std::function<void()>& act,
                             const std::function<void(bool failed)>& check, int calls)
 {
+    failEach([this](int n) { failCall(n); }, [this] { return callFailed(); }, prepare, act, check,
+             calls);
+}
+
+void FormTest::failEachWrite(const std::function<void()>& prepare, const std::function<void()>& act,
+                             const std::function<void(bool failed)>& check, int refusals)
+{
+    // What a form still holds open lies on a good disk.
+    for (Form* open : FormRegistry::instance().loadedForms())
+        if (open->name() != u"Form1principal"_s)
+            open->unload();
+    FailingDisk disk;
+    const auto arm = [&](int n) { disk.fillFrom(n, "GALTERIA1.mdb", refusals); };
+    const auto disarm = [&] {
+        disk.empty();
+        return FailingDisk::refused();
+    };
+    failEach(arm, disarm, prepare, act, check, 4);
+}
+
+void FormTest::failEach(const std::function<void(int n)>& arm, const std::function<bool()>& disarm,
+                        const std::function<void()>& prepare, const std::function<void()>& act,
+                        const std::function<void(bool failed)>& check, int atLeast)
+{
     setMsgBoxForTests([this](const Box& box) {
         boxes_ << box.title + u'|' + box.text.section(u'\n', 0, 0);
         return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
@@ -149,16 +174,16 @@ void FormTest::failEachCall(const std::function<void()>& prepare, const std::fun
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         prepare();
         boxes_.clear();
-        failCall(n);
+        arm(n);
         act();
-        failed = callFailed();
+        failed = disarm();
         EXPECT_TRUE(ends().empty());
         check(failed);
-        if (HasFailure()) // each further call would fail alike
+        if (HasFailure()) // each further one would fail alike
             return;
     }
     EXPECT_FALSE(failed);
-    EXPECT_GT(n, calls) << "fewer calls than there must be";
+    EXPECT_GT(n, atLeast) << "fewer than there must be";
 }
 
 void click(Control& button)

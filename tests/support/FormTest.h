@@ -68,9 +68,16 @@ protected:
     // OK and kept in boxes(), the title before the first line of the text.
     void failEachCall(const std::function<void()>& prepare, const std::function<void()>& act,
                       const std::function<void(bool failed)>& check, int calls);
+    // The same with the main file on a disk that refuses the n-th write and those behind it.
+    void failEachWrite(const std::function<void()>& prepare, const std::function<void()>& act,
+                       const std::function<void(bool failed)>& check, int refusals = 1'000'000);
     QStringList& boxes() { return boxes_; }
 
 private:
+    void failEach(const std::function<void(int n)>& arm, const std::function<bool()>& disarm,
+                  const std::function<void()>& prepare, const std::function<void()>& act,
+                  const std::function<void(bool failed)>& check, int atLeast);
+
     struct Expected
     {
         Box box;

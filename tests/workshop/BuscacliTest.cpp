@@ -57,6 +57,7 @@ TEST_F(BuscacliTest, EachBoxSearchesItsFieldAsTyped)
         {1, u"nobody"_s, {}},
     };
     Buscacli& search = openSearch();
+    expectEasyToWalk(search);
     EXPECT_FALSE(search.MSFlexGrid1.visible());
     for (const Case& one : cases) {
         SCOPED_TRACE(one.text.toStdString());
@@ -162,17 +163,6 @@ TEST_F(BuscacliTest, HeadingMeansTheFirstRowAndNothingWithoutRows)
     search.Text1(1).setText(u"Ana"_s);
     click(search.MSFlexGrid1, 0);
     EXPECT_EQ(search.Text2.text(), u"0000011"_s);
-}
-
-TEST_F(BuscacliTest, QuickSearchOfTheMainWindowFillsTheList)
-{
-    principal().Frame2(2).setEnabled(true);
-    principal().Text1(2).setText(u"3333"_s);
-    click(principal().Command2(2));
-    EXPECT_TRUE(form<Buscacli>().isVisible());
-    EXPECT_EQ(numbers(), QStringList{u"0000001"_s});
-    click(form<Buscacli>().Command2);
-    EXPECT_FALSE(form<Buscacli>().isLoaded());
 }
 
 } // namespace
