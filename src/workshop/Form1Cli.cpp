@@ -42,6 +42,16 @@ void open(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& co
     table->Open(sql, connection.shared(), CursorType::Static, LockType::Optimistic);
 }
 
+// To take the place of a table that is open: where this fails, that one goes on serving.
+ObjectVariable<Recordset> openedAnew(const QString& sql,
+                                     const ObjectVariable<Connection>& connection)
+{
+    ObjectVariable<Recordset> table;
+    table.create();
+    open(table, connection, sql);
+    return table;
+}
+
 // An opening that failed before left the table closed.
 void close(ObjectVariable<Recordset>& table)
 {
@@ -105,6 +115,7 @@ Form1Cli::Form1Cli() : Form(QString::fromLatin1(Name), makeWindow<Ui::Form1Cli>(
 void Form1Cli::Form_Load()
 try {
     Modo = 0;
+    rowsAreLost_ = false;
     setEnabled(Command1, {1, 3, 9}, false);
     setCaption(u"Fichario de Clientes      "_s + principal().StatusBar1.panel(1) +
                u"  está usando"_s);
@@ -352,13 +363,9 @@ void Form1Cli::editExisting()
 {
     // A row written elsewhere is in neither table as they were opened. Where it cannot be found in
     // new ones, the new order is still pending.
-    ObjectVariable<Recordset> clients;
-    clients.create();
-    open(clients, Conexao1, ClientsByNumber);
+    const ObjectVariable<Recordset> clients = openedAnew(ClientsByNumber, Conexao1);
     clients->Find(likeCriterion(u"numero"_s, Text1(13).text()));
-    ObjectVariable<Recordset> twins;
-    twins.create();
-    open(twins, Conexao4, TwinsByNumber);
+    const ObjectVariable<Recordset> twins = openedAnew(TwinsByNumber, Conexao4);
     Tabela1->CancelUpdate();
     Tabela4->CancelUpdate();
     Text5.setText({});
@@ -531,6 +538,7 @@ void Form1Cli::ExcluiFicha()
         return;
     std::vector<Value> client;
     bool clientDeleted = false;
+    bool undone = false;
     try {
         client = Tabela1->storedValues();
         if (twinIsLost_)
@@ -541,24 +549,19 @@ void Form1Cli::ExcluiFicha()
         // The twin is the row that the last look-up found.
         Tabela4->Delete();
         clientDeleted = false;
-        Tabela4->MovePrevious();
+        undone = !commitWrites();
+        if (!undone)
+            Tabela4->MovePrevious();
     } catch (const RuntimeError& error) {
         // An O.S without a twin goes alone; a twin that does not go keeps its O.S.
         if (clientDeleted && error.number() != RuntimeError::NoCurrentRecord) {
-            try {
-                Tabela1->AddNew();
-                write(Tabela1, client);
-                // Back to its place among the numbers: the last row gives the next number.
-                close(Tabela1);
-                open(Tabela1, Conexao1, ClientsByNumber);
-                Tabela1->Find(likeCriterion(u"numero"_s, client[0].textOrEmpty()));
-            } catch (const RuntimeError&) {
-                // A disk that failed has put the row back by itself.
-                Tabela1->CancelUpdate();
-            }
+            undone = true;
+            putBack(client);
         }
     }
     try {
+        if (undone)
+            standOn(client[0].textOrEmpty());
         if (Tabela1->bof()) {
             Tabela1->MoveNext();
             Command1(11).setEnabled(true);
@@ -571,6 +574,27 @@ void Form1Cli::ExcluiFicha()
     } catch (const RuntimeError&) {
         // Ends silently.
     }
+}
+
+void Form1Cli::putBack(const std::vector<Value>& client)
+try {
+    Tabela1->AddNew();
+    write(Tabela1, client);
+    // Opened anew it stands in its place among the numbers: the last row gives the next number.
+    Tabela1 = openedAnew(ClientsByNumber, Conexao1);
+} catch (const RuntimeError&) {
+    // A disk that failed has put the row back by itself.
+}
+
+void Form1Cli::standOn(const QString& number)
+{
+    rowsAreLost_ = true;
+    Tabela1->CancelUpdate();
+    Tabela1->MoveFirst();
+    Tabela1->Find(likeCriterion(u"numero"_s, number));
+    if (Tabela1->eof())
+        Tabela1->MoveLast();
+    rowsAreLost_ = false;
 }
 
 void Form1Cli::Procurar()

@@ -84,6 +84,8 @@ private:
     void editExisting();
     void beginNewRows();
     void findTwin();
+    void putBack(const std::vector<Value>& client);
+    void standOn(const QString& number);
     void setNumberAfter(double number);
     void backToBrowsing();
     void storeText(int box);

@@ -473,8 +473,7 @@ protected:
             if (FailingDisk::refused())
                 press(button);
         };
-        if (button == 1)
-            failEachWrite(prepare, pressTwiceWhileFull, check);
+        failEachWrite(prepare, pressTwiceWhileFull, check);
     }
 };
 

@@ -19,8 +19,8 @@ std::function<Answer(const Box&)>& answerForTests()
     return answer;
 }
 
-// Swallows what was typed and clicked before an error came up: it was meant for what has failed, and
-// would answer the box unread.
+// Swallows what was typed and clicked before an error came up: it was meant for what has failed,
+// and would answer the box unread.
 class TypedAhead : public QObject
 {
 public:
@@ -44,6 +44,9 @@ protected:
         case QEvent::MouseButtonRelease:
         case QEvent::MouseButtonDblClick:
             event->accept();
+            return true;
+        case QEvent::Close:
+            event->ignore();
             return true;
         default:
             return false;
@@ -156,11 +159,11 @@ Answer MsgBox(const QString& text, BoxButtons buttons, BoxIcon icon, const QStri
     const gate::NestedLoop nested;
     if (answerForTests())
         return answerForTests()(box);
+    if (icon == BoxIcon::Critical)
+        TypedAhead::drop();
     QWidget* parent = QApplication::activeModalWidget();
     if (!parent)
         parent = QApplication::activeWindow();
-    if (icon == BoxIcon::Critical)
-        TypedAhead::drop();
     AnswerBox window(box, parent);
     return window.answer();
 }
