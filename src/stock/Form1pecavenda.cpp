@@ -1,6 +1,7 @@
 #include "Form1pecavenda.h"
 
 #include "ClosePair.h"
+#include "EventTransactions.h"
 #include "Form1principal.h"
 #include "Format.h"
 #include "Funciones.h"
@@ -203,6 +204,20 @@ void Form1pecavenda::CarregaListaVenda()
         MsgBox(
             u"Máximo 24 linhas no pedido,imprima está lista,limpe os itens da lista e continue a incluir."_s);
     }
+}
+
+void Form1pecavenda::settleList()
+{
+    if (!commitWrites())
+        showListAgain();
+}
+
+void Form1pecavenda::showListAgain()
+try {
+    FlagRecarga = 1;
+    CarregaListaVenda();
+} catch (const RuntimeError&) {
+    // The file cannot be read either, as the user was just told.
 }
 
 // The current line of the list, into a row of its grid.
@@ -431,14 +446,17 @@ void Form1pecavenda::MSFlexGrid2_KeyPress(int KeyAscii)
     }
     FlagRecarga = 1;
     CarregaListaVenda();
+    settleList();
 }
 
 void Form1pecavenda::Command1_Click(int Index)
 {
-    if (Index == 0)
+    if (Index == 0) {
         Fechar();
-    else
+    } else {
         LimpaListaVenda();
+        settleList();
+    }
 }
 
 void Form1pecavenda::Fechar()
@@ -486,6 +504,7 @@ void Form1pecavenda::Incluir()
             Text7.setText(before);
         throw;
     }
+    settleList();
 }
 
 void Form1pecavenda::Oficina()

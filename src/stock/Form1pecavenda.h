@@ -58,7 +58,6 @@ public:
     void ImprimeVenda();
     // Takes the list out of the stock, enters it in the cash movement and empties it.
     void BaixaEstoque();
-    void finishWriteOff();
     // Orders each part of the catalogue that stands at stock 0 and is not ordered yet.
     void PedidoAutomatico();
 
@@ -86,6 +85,10 @@ private:
     void Oficina();
     void search(const QString& text, const QString& selectWhere);
     void showLine(int row);
+    // What was done to the list, and its booking, is durable, or all is shown as it was before.
+    void settleList();
+    void finishWriteOff();
+    void showListAgain();
     void printLines();
     void writeOffLine();
     void orderWhatRanOut();

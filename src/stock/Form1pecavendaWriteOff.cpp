@@ -45,21 +45,15 @@ try {
     throw;
 }
 
-// The booking is durable, or everything is shown as it was before it.
 void Form1pecavenda::finishWriteOff()
 {
     PedidoAutomatico();
     if (commitWrites())
         return;
-    try {
-        Text2.setText({});
-        FlagRecarga = 1;
-        CarregaListaVenda();
-        FlagRecarga = 2;
-        CarregaCatalogo();
-    } catch (const RuntimeError&) {
-        // The files cannot be read either, as the user was just told.
-    }
+    Text2.setText({});
+    showListAgain();
+    FlagRecarga = 2;
+    CarregaCatalogo(); // which ends silently
 }
 
 // The stock goes into the buffer first, then the cash row is written, then the stock row.

@@ -142,14 +142,15 @@ void FormTest::failEachCall(const std::function<void()>& prepare, const std::fun
 }
 
 void FormTest::failEachWrite(const std::function<void()>& prepare, const std::function<void()>& act,
-                             const std::function<void(bool failed)>& check, int refusals)
+                             const std::function<void(bool failed)>& check, const char* file,
+                             int refusals)
 {
     // What a form still holds open lies on a good disk.
     for (Form* open : FormRegistry::instance().loadedForms())
         if (open->name() != u"Form1principal"_s)
             open->unload();
     FailingDisk disk;
-    const auto arm = [&](int n) { disk.fillFrom(n, "GALTERIA1.mdb", refusals); };
+    const auto arm = [&](int n) { disk.fillFrom(n, file, refusals); };
     const auto disarm = [&] {
         disk.empty();
         return FailingDisk::refused();

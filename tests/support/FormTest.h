@@ -68,9 +68,10 @@ protected:
     // OK and kept in boxes(), the title before the first line of the text.
     void failEachCall(const std::function<void()>& prepare, const std::function<void()>& act,
                       const std::function<void(bool failed)>& check, int calls);
-    // The same with the main file on a disk that refuses the n-th write and those behind it.
+    // The same with the file on a disk that refuses the n-th write, and so many with it.
     void failEachWrite(const std::function<void()>& prepare, const std::function<void()>& act,
-                       const std::function<void(bool failed)>& check, int refusals = 1'000'000);
+                       const std::function<void(bool failed)>& check,
+                       const char* file = "GALTERIA1.mdb", int refusals = 1'000'000);
     QStringList& boxes() { return boxes_; }
 
 private:
