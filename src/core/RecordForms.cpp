@@ -126,6 +126,15 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
     }
 }
 
+ObjectVariable<Recordset> openedAnew(const QString& sql,
+                                     const ObjectVariable<Connection>& connection)
+{
+    ObjectVariable<Recordset> table;
+    table.create();
+    table->Open(sql, connection.shared(), CursorType::Static, LockType::Optimistic);
+    return table;
+}
+
 QString nextCode(const QString& code)
 {
     return Format(Val(Right(code, 7)) + 1, formats::Code);

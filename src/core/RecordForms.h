@@ -23,6 +23,11 @@ void clear(ControlArray<TextBox>& boxes, int first, int last);
 // the row. index: 10 previous, 11 next, 12 first, 13 last.
 void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons);
 
+// Static, optimistic; to take the place of a table that is open: where this fails, that one goes on
+// serving.
+ObjectVariable<Recordset> openedAnew(const QString& sql,
+                                     const ObjectVariable<Connection>& connection);
+
 // One above the number in the last seven characters, as seven digits.
 QString nextCode(const QString& code);
 

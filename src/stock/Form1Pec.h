@@ -22,7 +22,6 @@ public:
     void MostraFichaPeca();
     // Ends silently at an error; the answer tells whether the row was stored.
     bool GravaFichaPeca();
-    void takeEditAnew();
     void ApagaPeca();
     void ContaPecas();
     void LimpaFichaPeca();
@@ -56,6 +55,7 @@ private:
     void Colar();
     void Cancela();
     void beginNewRow();
+    void takeEditAnew();
     void showCurrentRow();
     void backToBrowsing();
 

@@ -31,24 +31,14 @@ void openCatalogue()
     Tabela1->Open(Catalogue, Conexao1.shared(), CursorType::Static, LockType::Optimistic);
 }
 
-void openList()
-{
-    Tabela2->Open(SaleList, Conexao2.shared(), CursorType::Static, LockType::Optimistic);
-}
-
 // Opened anew and not only moved to its first row: a line just added stands in code order. Where
 // that fails the list that is open goes on serving in the order that it has.
 void reopenList()
-{
-    const ObjectVariable<Recordset> former = Tabela2;
-    try {
-        Tabela2.create();
-        openList();
-    } catch (const RuntimeError&) {
-        Tabela2 = former;
-        if (Tabela2->RecordCount() != 0)
-            Tabela2->MoveFirst();
-    }
+try {
+    Tabela2 = openedAnew(SaleList, Conexao2);
+} catch (const RuntimeError&) {
+    if (Tabela2->RecordCount() != 0)
+        Tabela2->MoveFirst();
 }
 
 // A line whose amount is empty or cannot be read counts as nothing in the sums.
@@ -96,7 +86,7 @@ void Form1pecavenda::Form_Load()
 {
     FlagRecarga = 0;
     AbreBancoVenda();
-    openList();
+    Tabela2->Open(SaleList, Conexao2.shared(), CursorType::Static, LockType::Optimistic);
     CarregaListaVenda();
     openCatalogue();
     AbreBanco3();

@@ -42,16 +42,6 @@ void open(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& co
     table->Open(sql, connection.shared(), CursorType::Static, LockType::Optimistic);
 }
 
-// To take the place of a table that is open: where this fails, that one goes on serving.
-ObjectVariable<Recordset> openedAnew(const QString& sql,
-                                     const ObjectVariable<Connection>& connection)
-{
-    ObjectVariable<Recordset> table;
-    table.create();
-    open(table, connection, sql);
-    return table;
-}
-
 // An opening that failed before left the table closed.
 void close(ObjectVariable<Recordset>& table)
 {

@@ -2,7 +2,6 @@
 
 #include "Format.h"
 #include "Numbers.h"
-#include "RuntimeError.h"
 
 #include <gtest/gtest.h>
 
@@ -59,14 +58,6 @@ TEST(RunningSumTest, ShowsAtEachStepWhatTheTextsGive)
             }
         }
     }
-}
-
-TEST(RunningSumTest, NothingCanBeAddedToAnEmptyTextNorANull)
-{
-    const RunningSum zero = RunningSum(u"0"_s, formats::Count).plus(0);
-    EXPECT_TRUE(zero.text().isEmpty());
-    EXPECT_THROW(zero.plus(1), RuntimeError);
-    EXPECT_THROW(RunningSum(u"5"_s, formats::Count).plus(Value()), RuntimeError);
 }
 
 } // namespace

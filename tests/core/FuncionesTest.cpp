@@ -1,3 +1,4 @@
+#include "ErrorOf.h"
 #include "FormTest.h"
 
 #include "Form1principal.h"
@@ -40,16 +41,6 @@ protected:
             u"Restaure o Banco de Dados ou Localize utilizando o Botão Localizar na tela de configuração do Sistema,depois reinicie o programa."_s);
     }
 };
-
-int errorOf(const std::function<void()>& routine)
-{
-    try {
-        routine();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 TEST(KeyFilters, PassOnlyTheirCharactersAndBackspace)
 {

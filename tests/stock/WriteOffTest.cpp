@@ -359,45 +359,10 @@ protected:
 TEST_F(ReceiptTest, PageReadsAsTheListAndAgainAfterNo)
 {
     print(Answer::No);
-    const QStringList page = printed();
-    const auto rule = [](int length, QChar character) { return QString(length, character); };
-    EXPECT_EQ(page, (QStringList{
-                        u"0,0 8 "_s + rule(120, u'*') + u"qtz softwere********"_s,
-                        u"100,184 8 TITULO"_s,
-                        u"100,368 8 Endereço: ENDERECO"_s,
-                        u"7000,400 8 Tel/Fax: TELEFONE"_s,
-                        u"7000,600 8 E-mail: EMAIL"_s,
-                        u"7000,784 8 Site: SITE"_s,
-                        u"100,800 8 Data venda: 09/03/2026 14:30:00"_s,
-                        u"0,1000 8 "_s + rule(200, u'-'),
-                        u"282,1250 8 Código"_s,
-                        u"1200,1250 8 Local"_s,
-                        u"2258,1250 8 Quant"_s,
-                        u"3105,1250 8 Descrição"_s,
-                        u"7691,1250 8 Unit"_s,
-                        u"8397,1250 8 Total"_s,
-                        u"0,1450 8 "_s + rule(200, u'-'),
-                        u"282,1634 8 0000001"_s,
-                        u"1200,1634 8 A1"_s,
-                        u"2470,1634 8 10"_s,
-                        u"3105,1634 8 Resistor"_s,
-                        u"7691,1634 8 2,50"_s,
-                        u"8397,1634 8 25,00"_s,
-                        u"282,1818 8 0000002"_s,
-                        u"1200,1818 8 A1"_s,
-                        u"2540,1818 8 1"_s,
-                        u"3105,1818 8 Diode"_s,
-                        u"7409,1818 8 1.234,56"_s,
-                        u"8185,1818 8 1.234,56"_s,
-                        u"0,6400 8 "_s + rule(180, u'_'),
-                        u"282,6700 8 Total de itens: "_s,
-                        u"2399,6700 8 11"_s,
-                        u"6280,6700 8 Valor Total: "_s,
-                        u"8185,6700 8 1.259,56"_s,
-                    }));
+    EXPECT_EQ(printed(), page(u"receipt"_s));
     EXPECT_EQ(gridRows(sale().MSFlexGrid2).size(), 3); // one empty row more
     print(Answer::No);
-    EXPECT_EQ(printed(), page);
+    EXPECT_EQ(printed(), page(u"receipt"_s));
     EXPECT_EQ(gridRows(sale().MSFlexGrid2).size(), 4);
     EXPECT_EQ(documents(), 2);
 }
@@ -414,14 +379,7 @@ TEST_F(ReceiptTest, PrintsFromTheClickedLineOnWithTheLineAboveAsHeading)
 
 TEST_F(ReceiptTest, PrinterThatFailsLeavesBeforeTheQuestion)
 {
-    class Broken : public PageDevice
-    {
-        void put(const std::vector<Page>&, const QString&) override
-        {
-            throw RuntimeError(RuntimeError::PrinterFault);
-        }
-    };
-    Printer::instance().setDevice(std::make_shared<Broken>());
+    breakPrinter();
     click(sale().Command2(1));
     EXPECT_EQ(lines().size(), 2);
     EXPECT_EQ(stocks(), (QStringList{u"0000001 10"_s, u"0000002 5"_s}));

@@ -16,6 +16,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QFile>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QMenu>
@@ -114,6 +115,18 @@ void FormTest::expectErrorBox(const QString& beginning)
 void FormTest::onModal(std::function<void(Form&)> script)
 {
     setModalScriptForTests(std::move(script));
+}
+
+QStringList FormTest::page(const QString& name)
+{
+    QFile file(QStringLiteral(VORBELO_SOURCE_DIR "/tests/pages/") + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return QString::fromUtf8(file.readAll()).chopped(1).split(u'\n');
+}
+
+void FormTest::breakPrinter()
+{
+    Printer::instance().setDevice(std::make_shared<SystemPrinterDevice>(u"no such printer"_s));
 }
 
 void FormTest::failCall(int n, int number)

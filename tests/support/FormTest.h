@@ -54,8 +54,11 @@ protected:
 
     // The last printed document, a line a run of text.
     QStringList printed() const { return printer_->lines(); }
+    // A page as it must read, in the same manner: tests/pages/NAME.
+    static QStringList page(const QString& name);
     int documents() const { return static_cast<int>(printer_->documents().size()); }
-    const std::shared_ptr<RecordingDevice>& recorder() const { return printer_; }
+    // From now on it fails at the end of each document.
+    static void breakPrinter();
 
     const std::vector<EndReason>& ends() const { return ends_; }
 

@@ -381,22 +381,6 @@ TEST_F(Form1CliTest, EmptyTelephoneTakesACommaWhileThePriceIsEmpty)
     EXPECT_EQ(cli.Text3(2).text(), u"12"_s);
 }
 
-TEST_F(Form1CliTest, MissingDatabaseIsToldAndTheFormCanBeLeft)
-{
-    setIni(u"Local"_s, u"Caminho"_s, folder() + u"/fora.mdb"_s);
-    expectErrorBox();
-    expectBox(u"Restaure o Banco de Dados ou Localize utilizando o Botão Localizar na tela de "
-              u"configuração do Sistema,depois reinicie o programa."_s);
-    expectBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
-    expectErrorBox();
-    Form1Cli& cli = openRecord();
-    EXPECT_TRUE(cli.isVisible());
-    press(8);
-    EXPECT_FALSE(cli.isLoaded());
-    EXPECT_TRUE(principal().StatusBar1.panel(2).startsWith(u"email:"_s));
-    EXPECT_TRUE(ends().empty());
-}
-
 TEST_F(Form1CliTest, EditWithoutAnyTwinStaysOpenToBeTriedAgain)
 {
     addOrder(u"0000001"_s, u"Ana"_s);
