@@ -468,6 +468,28 @@ TEST_F(Form1CliFaults, SavedAndDeletedOrders)
     eachCall({2}, 3, {u"0000001 Ana"_s});
 }
 
+TEST_F(Form1CliFaults, NewOrderGivenUpAfterItsSaveFailed)
+{
+    const auto prepare = [&] {
+        form<Form1Cli>().unload();
+        mainSql(u"DELETE FROM Cliente; DELETE FROM PECAAPLICADA"_s);
+        addOrder(u"0000001"_s, u"Ana"_s);
+        openRecord();
+        press(0);
+        form<Form1Cli>().Text1(0).setText(u"Caio"_s);
+    };
+    const auto check = [&](bool) {
+        const bool stored = orders().size() == 2;
+        press(9);
+        EXPECT_EQ(form<Form1Cli>().Text1(0).text(), stored ? u"Caio"_s : u"Ana"_s);
+        EXPECT_EQ(enabledOf(form<Form1Cli>().Command1), Browsing);
+    };
+    failEachCall(
+        prepare, [&] { press(1); }, check, 4);
+    failEachWrite(
+        prepare, [&] { press(1); }, check);
+}
+
 // A new row that cannot begin in both tables begins in none, and the next press begins it.
 TEST_F(Form1CliFaults, BeginningOfANewOrder)
 {
