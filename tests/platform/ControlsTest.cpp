@@ -2,13 +2,16 @@
 
 #include "RuntimeError.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 
@@ -139,6 +142,23 @@ TEST_F(ControlsTest, AnErrorInAnEventNeverReachesTheAssignmentThatFiredIt)
     EXPECT_TRUE(wentOn);
     sample().on[u"Text2"_s] = [] { throw RuntimeError(13); };
     sample().Text2.setText(u"silent"_s);
+}
+
+TEST_F(ControlsTest, WhatCameBeforeAnErrorNeitherAnswersItsBoxNorClosesTheFormUnderIt)
+{
+    sample().show();
+    setMsgBoxForTests({});
+    QWindow* frame = sample().window()->windowHandle();
+    QCoreApplication::postEvent(frame, new QCloseEvent);
+    QCoreApplication::postEvent(frame, new QKeyEvent(QEvent::KeyPress, Qt::Key_I, Qt::AltModifier));
+    constexpr int AfterItsShowing = 50; // milliseconds
+    QTimer::singleShot(AfterItsShowing, [this] {
+        ASSERT_TRUE(QApplication::activeModalWidget());
+        EXPECT_TRUE(sample().isVisible());
+        QApplication::activeModalWidget()->close();
+    });
+    MsgBox(u"Erro"_s, BoxButtons::Ok, BoxIcon::Critical);
+    EXPECT_FALSE(sample().events.contains(u"Click"_s));
 }
 
 TEST_F(ControlsTest, AHandlerThatUnloadedItsFormGoesOnWithoutEffect)
