@@ -21,8 +21,8 @@ struct Comparison
     std::function<void()> prepareOurs;
 };
 
-// Runs all pairs by Google Benchmark, in turn, and prints each median and ratio. The answer is the
-// number of rows that were not reached.
+// Runs each pair by Google Benchmark, the two in turn, and prints each median and ratio. The answer
+// is the number of rows that were not reached.
 int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons,
                    int repetitions);
 

@@ -214,7 +214,7 @@ int main(int argc, char** argv)
                                       LockType::Optimistic);
          }},
     };
-    int missed = runComparisons(argc, argv, comparisons, 5);
+    int missed = runComparisons(argc, argv, comparisons, 15);
 
     // The write-off changes what is measured, so it has a run of its own, and so have the orders.
     const auto undo = [&] {
@@ -260,7 +260,7 @@ int main(int argc, char** argv)
          },
          [] { press(form<Form1pecavenda>().Command2(2)); }, undo, ready},
     };
-    missed += runComparisons(argc, argv, comparisons, 5);
+    missed += runComparisons(argc, argv, comparisons, 15);
 
     // The look-ups of the automatic orders: at each measurement all that stands at 0 is ordered
     // already, so that nothing is written.
@@ -289,7 +289,7 @@ int main(int argc, char** argv)
          [&] { ordersOf("rowid%100=7 AND rowid<50008"); },
          [&] { ordersOf("rowid%100=7 AND rowid<50008"); }},
     };
-    missed += runComparisons(argc, argv, comparisons, 3);
+    missed += runComparisons(argc, argv, comparisons, 9);
     // Everything ran out, in so many kinds of parts as there are orders: the look-ups alone.
     const auto allOrdered = [&] {
         closeForms();
@@ -300,7 +300,7 @@ int main(int argc, char** argv)
         {"the automatic orders, all at stock 0, the writes apart", 0.03, join("1"), automaticOrders,
          allOrdered, allOrdered},
     };
-    missed += runComparisons(argc, argv, comparisons, 1);
+    missed += runComparisons(argc, argv, comparisons, 3);
     closeForms();
 
     missed += compareMemory("sale", installation);

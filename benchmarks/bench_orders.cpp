@@ -128,6 +128,9 @@ int main(int argc, char** argv)
         form<Form1Cli>().Command1(0).widget()->setEnabled(true);
         qobject_cast<QAbstractButton*>(form<Form1Cli>().Command1(0).widget())->click();
     };
+    const auto giveUp = [] {
+        qobject_cast<QAbstractButton*>(form<Form1Cli>().Command1(9).widget())->click();
+    };
     const auto save = [] {
         qobject_cast<QAbstractButton*>(form<Form1Cli>().Command1(1).widget())->click();
     };
@@ -183,21 +186,22 @@ int main(int argc, char** argv)
              if (!form<Form1Cli>().Command1(1).enabled())
                  newRecord();
          }},
-        {"Incluir and Salvar, nothing foreign since",
-         3,
-         rawInserts,
+        {"Incluir and Salvar, nothing foreign since", 3, rawInserts,
          [&] {
              newRecord();
              save();
          },
-         {},
+         // What the other one stored meanwhile is not part of the work.
+         [&raw] {
+             raw.readAll("SELECT * FROM Cliente ORDER BY rowid DESC LIMIT 1");
+             raw.readAll("SELECT * FROM PECAAPLICADA ORDER BY rowid DESC LIMIT 1");
+         },
          [&] {
-             // What the baseline stored meanwhile is not part of the work.
-             if (form<Form1Cli>().Command1(1).enabled())
-                 qobject_cast<QAbstractButton*>(form<Form1Cli>().Command1(9).widget())->click();
              // The form stays open from one client to the next.
              if (!form<Form1Cli>().isLoaded())
                  openRecord();
+             newRecord();
+             giveUp();
          }},
         {"Incluir and Salvar right after a foreign change",
          1.2,
@@ -214,7 +218,7 @@ int main(int argc, char** argv)
              station.run("UPDATE PECAAPLICADA SET NOME=NOME WHERE rowid=1");
          }},
     };
-    int missed = runComparisons(argc, argv, comparisons, 5);
+    int missed = runComparisons(argc, argv, comparisons, 15);
     closeForms();
 
     missed += compareMemory("record", installation);

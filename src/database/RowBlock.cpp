@@ -3,6 +3,7 @@
 #include "OrderKey.h"
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 
 namespace {
@@ -146,4 +147,42 @@ const FoldedColumn& RowBlock::folded(int field) const
     column.begins.push_back(static_cast<quint32>(column.bytes.size()));
     column.bytes.shrink_to_fit();
     return folded_.emplace(field, std::move(column)).first->second;
+}
+
+// One run over all of it; a hit skips to the next row.
+void FoldedColumn::search(const std::string& needle, RowOrder& found, std::size_t most) const
+{
+    const auto rows = static_cast<quint32>(begins.size() - 1);
+    if (needle.empty()) {
+        for (quint32 position = 0; position < rows && found.size() < most; ++position)
+            if (bytes[begins[position]] != Null)
+                found.push_back(position);
+        return;
+    }
+    const auto nextHit = [&](std::size_t from) {
+        // The C library's own search outruns std::search and std::string::find several times.
+        const char* begin = bytes.data();
+        const void* hit = memmem(begin + from, bytes.size() - from, needle.data(), needle.size());
+        return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - begin)
+                   : std::string::npos;
+    };
+    quint32 position = 0;
+    std::size_t hit = nextHit(0);
+    while (hit != std::string::npos && found.size() < most) {
+        while (begins[position + 1] <= hit)
+            ++position;
+        found.push_back(position);
+        hit = nextHit(begins[position + 1]);
+    }
+}
+
+const RowOrder& RowBlock::fewContaining(int field, const std::string& needle,
+                                        std::size_t most) const
+{
+    Search& last = lastSearch_;
+    if (last.field != field || last.needle != needle || last.most != most) {
+        last = {field, needle, most, {}};
+        folded(field).search(needle, last.found, most);
+    }
+    return last.found;
 }

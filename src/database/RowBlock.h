@@ -27,6 +27,9 @@ private:
     std::size_t next_ = 0;
 };
 
+// Positions of rows in the order of a field.
+using RowOrder = std::vector<quint32>;
+
 // The folded texts of one field, one after another, for searching. A Null is a byte that no text
 // contains, and another such byte ends each text, so that no match reaches into the next one.
 struct FoldedColumn
@@ -39,12 +42,12 @@ struct FoldedColumn
         return std::string_view(bytes).substr(begins[row], begins[row + 1] - begins[row] - 1);
     }
 
+    // Appends the rows that contain the text until there are so many.
+    void search(const std::string& needle, RowOrder& found, std::size_t most) const;
+
     std::string bytes;
     std::vector<quint32> begins; // one more than rows
 };
-
-// Positions of rows in the order of a field.
-using RowOrder = std::vector<quint32>;
 
 // The rows of a table as they were read in one go, by ascending id. They never change; orders and
 // folded texts are made when they are first asked for.
@@ -66,11 +69,23 @@ public:
 
     const RowOrder& order(int field) const;
     const FoldedColumn& folded(int field) const;
+    // The rows that contain the text, up to so many. Kept until another text is asked for: a save
+    // looks for its number several times over.
+    const RowOrder& fewContaining(int field, const std::string& needle, std::size_t most) const;
 
 private:
+    struct Search
+    {
+        int field = -1;
+        std::string needle;
+        std::size_t most = 0;
+        RowOrder found;
+    };
+
     const TableDefinition& table_;
     RowArena arena_;
     std::vector<const char*> rows_;
     mutable std::map<int, RowOrder> orders_;
     mutable std::map<int, FoldedColumn> folded_;
+    mutable Search lastSearch_;
 };

@@ -4,42 +4,12 @@
 #include "OrderKey.h"
 
 #include <algorithm>
-#include <cstring>
+#include <set>
 
 namespace {
 
 // More changes than this are merged into a block of their own.
 constexpr std::size_t MostChanges = 512;
-
-// Rows of the column that contain the text, up to so many: one run over all of it, a hit skips to
-// the next row.
-void searchColumn(const FoldedColumn& column, const std::string& needle, RowOrder& found,
-                  std::size_t most)
-{
-    const auto rows = static_cast<quint32>(column.begins.size() - 1);
-    if (needle.empty()) {
-        for (quint32 position = 0; position < rows && found.size() < most; ++position)
-            if (column.bytes[column.begins[position]] != FoldedColumn::Null)
-                found.push_back(position);
-        return;
-    }
-    const auto nextHit = [&](std::size_t from) {
-        // The C library's own search outruns std::search and std::string::find several times.
-        const char* begin = column.bytes.data();
-        const void* hit =
-            memmem(begin + from, column.bytes.size() - from, needle.data(), needle.size());
-        return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - begin)
-                   : std::string::npos;
-    };
-    quint32 position = 0;
-    std::size_t hit = nextHit(0);
-    while (hit != std::string::npos && found.size() < most) {
-        while (column.begins[position + 1] <= hit)
-            ++position;
-        found.push_back(position);
-        hit = nextHit(column.begins[position + 1]);
-    }
-}
 
 } // namespace
 
@@ -121,40 +91,36 @@ std::string TableImage::keyOf(quint32 position, int field) const
     return orderKey(row(position).cell(field), kindOf(field));
 }
 
-void TableImage::insertInOrder(RowOrder& order, quint32 position, int field) const
+RowOrder::const_iterator TableImage::placeIn(const RowOrder& order, quint32 position,
+                                             int field) const
 {
     const std::string key = keyOf(position, field);
-    const auto place = std::partition_point(order.begin(), order.end(), [&](quint32 other) {
+    return std::partition_point(order.begin(), order.end(), [&](quint32 other) {
         const std::string otherKey = keyOf(other, field);
         return otherKey != key ? otherKey < key : other < position;
     });
-    order.insert(place, position);
 }
 
-// The orders that were in use are carried over: the changed rows are taken out and put in again at
-// their places.
+// The orders that were in use are carried over: the changed rows are taken out of their places and
+// put in again at their new ones.
 void TableImage::applyToOrders(const TableImage& before, const std::vector<RowChange>& changes)
 {
-    std::vector<quint32> changed;
+    std::set<quint32> gone;
+    std::set<quint32> come;
     for (const RowChange& change : changes) {
         if (const auto position = before.find(change.id))
-            changed.push_back(*position);
+            gone.insert(*position);
         if (const auto position = find(change.id))
-            changed.push_back(*position);
+            come.insert(*position);
     }
-    std::sort(changed.begin(), changed.end());
-    changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
-    const auto isChanged = [&changed](quint32 position) {
-        return std::binary_search(changed.begin(), changed.end(), position);
-    };
-
     for (const auto& [field, order] : before.orders_) {
         auto next = std::make_shared<RowOrder>();
-        next->reserve(order->size() + changed.size());
-        std::remove_copy_if(order->begin(), order->end(), std::back_inserter(*next), isChanged);
-        for (const quint32 position : changed)
-            if (!row(position).isNull())
-                insertInOrder(*next, position, field);
+        next->reserve(order->size() + come.size());
+        *next = *order;
+        for (const quint32 position : gone)
+            next->erase(before.placeIn(*next, position, field));
+        for (const quint32 position : come)
+            next->insert(placeIn(*next, position, field), position);
         orders_.emplace(field, std::move(next));
     }
 }
@@ -192,7 +158,7 @@ std::shared_ptr<const RowOrder> TableImage::order(std::optional<int> field) cons
                  [this](quint32 position) { return isBlockRow(position); });
     for (quint32 position = 0; position < end(); ++position)
         if (!isBlockRow(position) && !row(position).isNull())
-            insertInOrder(*order, position, *field);
+            order->insert(placeIn(*order, position, *field), position);
     known = std::move(order);
     return known;
 }
@@ -211,7 +177,7 @@ std::shared_ptr<const RowOrder> TableImage::search(int field, const LikePattern&
     }
 
     const std::string needle = pattern.literal().toStdString();
-    searchColumn(block_->folded(field), needle, *found, block_->size());
+    block_->folded(field).search(needle, *found, block_->size());
     if (!replaced_.empty()) {
         std::erase_if(*found, [this](quint32 position) { return !isBlockRow(position); });
         for (const auto& [position, replacement] : replaced_)
@@ -228,8 +194,7 @@ std::shared_ptr<const RowOrder> TableImage::search(int field, const LikePattern&
 std::optional<RowOrder> TableImage::fewContaining(int field, const std::string& needle,
                                                   std::size_t most) const
 {
-    RowOrder found;
-    searchColumn(block_->folded(field), needle, found, most + 1);
+    RowOrder found = block_->fewContaining(field, needle, most + 1);
     if (found.size() > most)
         return std::nullopt;
     std::erase_if(found, [this](quint32 position) { return !isBlockRow(position); });

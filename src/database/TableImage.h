@@ -64,7 +64,8 @@ private:
     void applyToOrders(const TableImage& before, const std::vector<RowChange>& changes);
     std::shared_ptr<RowBlock> merged() const;
     std::string keyOf(quint32 position, int field) const;
-    void insertInOrder(RowOrder& order, quint32 position, int field) const;
+    // Where the row stands among those of the order, or would.
+    RowOrder::const_iterator placeIn(const RowOrder& order, quint32 position, int field) const;
 
     std::shared_ptr<const RowBlock> block_;
     std::unordered_map<quint32, std::shared_ptr<const PackedRow>> replaced_;
