@@ -14,6 +14,7 @@ Recordset::State::State(Recordset& owner, std::shared_ptr<Connection> usedConnec
             u"Não foi possível encontrar a tabela ou consulta de entrada '%1'."_s.arg(
                 select.table));
     table = *found;
+    definition = &database->tables()[static_cast<std::size_t>(table)];
     for (auto [name, position] :
          {std::pair(&select.orderField, &orderField), std::pair(&select.likeField, &likeField)}) {
         if (!*name)
@@ -33,11 +34,6 @@ Recordset::State::~State()
 {
     EventTransactions::instance().editEnded(this);
     database->unwatch(this);
-}
-
-const std::vector<FieldDefinition>& Recordset::State::fields() const
-{
-    return database->tables()[static_cast<std::size_t>(table)].fields;
 }
 
 void Recordset::State::load()

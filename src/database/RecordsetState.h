@@ -34,7 +34,7 @@ struct Recordset::State final : TransactionWitness, EditHolder
     // What others wrote, for a dynamic recordset, before each of its moves.
     void refreshDynamic();
 
-    const std::vector<FieldDefinition>& fields() const;
+    const std::vector<FieldDefinition>& fields() const { return definition->fields; }
     FieldKind kind(int field) const { return fields()[static_cast<std::size_t>(field)].kind; }
 
     bool hasCurrentRow() const { return pending == Pending::NewRow || (!bof && !eof); }
@@ -71,6 +71,7 @@ struct Recordset::State final : TransactionWitness, EditHolder
     CursorType cursor;
     LockType lock;
     int table = 0;
+    const TableDefinition* definition = nullptr; // as the file has it, for as long as it is open
     std::optional<int> orderField;
     std::optional<int> likeField;
     std::optional<LikePattern> pattern;
