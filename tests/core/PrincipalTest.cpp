@@ -3,6 +3,7 @@
 #include "Form1principal.h"
 #include "PreviousInstance.h"
 
+#include <QDir>
 #include <QLineEdit>
 
 namespace {
@@ -170,6 +171,7 @@ TEST_F(Principal, SecondInstanceEndsWithoutAMessage)
             FormRegistry::instance().get(u"Form1Cli"_s).load();
             const bool ended = ends() == std::vector{EndReason::SecondInstance};
             const bool gone = FormRegistry::instance().loadedForms().empty();
+            QDir(folder()).removeRecursively();
             std::_Exit(ended && gone && !testing::Test::HasFailure() ? 42 : 1);
         },
         testing::ExitedWithCode(42), "");
