@@ -37,7 +37,7 @@ void closePair(ObjectVariable<Connection>& connection, ObjectVariable<Recordset>
 
 void showConnectionError(const RuntimeError& error)
 {
-    MsgBox(errorText(error), BoxButtons::Ok, BoxIcon::Critical, u"conecxão"_s);
+    MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, u"conecxão"_s);
 }
 
 void showRestoreAdvice()

@@ -135,6 +135,36 @@ ObjectVariable<Recordset> openedAnew(const QString& sql,
     return table;
 }
 
+void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const QString& text)
+{
+    const int place = table->AbsolutePosition();
+    bool found = false;
+    try {
+        table->MoveFirst();
+        table->Find(likeCriterion(field, text));
+        found = !table->eof();
+    } catch (const RuntimeError&) {
+        // Not found.
+    }
+    if (!found && place > 0)
+        table->setAbsolutePosition(place);
+}
+
+void closeIfOpen(ObjectVariable<Recordset>& table, ObjectVariable<Connection>& connection)
+{
+    if (!table.isNothing() && table->isOpen())
+        table->Close();
+    closeIfOpen(connection);
+    table.setNothing();
+    connection.setNothing();
+}
+
+void closeIfOpen(ObjectVariable<Connection>& connection)
+{
+    if (!connection.isNothing() && connection->isOpen())
+        connection->Close();
+}
+
 QString nextCode(const QString& code)
 {
     return Format(Val(Right(code, 7)) + 1, formats::Code);
@@ -173,11 +203,6 @@ void checkDocument(TextBox& box)
 QString supportEmailText()
 {
     return u"email:suporte@vorbelo.example"_s;
-}
-
-QString errorText(const RuntimeError& error)
-{
-    return u"Erro nº "_s + QString::number(error.number()) + u'\n' + error.description();
 }
 
 QString likeCriterion(const QString& field, const QString& text)

@@ -6,8 +6,10 @@
 
 #include <QString>
 
-#include <functional>
+#include <initializer_list>
 #include <vector>
+
+class RuntimeError;
 
 // What the record forms and the search dialogs do alike, as free functions. What a form does in its
 // own way is written in that form.
@@ -28,6 +30,16 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
 ObjectVariable<Recordset> openedAnew(const QString& sql,
                                      const ObjectVariable<Connection>& connection);
 
+// The first row whose field holds the text becomes current; where none does, or the text is one
+// that nothing can hold, the row that was current stays.
+void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const QString& text);
+
+// Closes what is open of a pair, the recordset first, and lets both go: a form whose load stopped
+// half way must still be left without an error. Elsewhere closing stays strict.
+void closeIfOpen(ObjectVariable<Recordset>& table, ObjectVariable<Connection>& connection);
+// A connection alone, which stays.
+void closeIfOpen(ObjectVariable<Connection>& connection);
+
 // One above the number in the last seven characters, as seven digits.
 QString nextCode(const QString& code);
 
@@ -45,9 +57,6 @@ void checkDocument(TextBox& box);
 
 // The support address, for panel 2 of the main window's status bar when a form closes.
 QString supportEmailText();
-// "Erro nº ", number, line break, description.
-QString errorText(const class RuntimeError& error);
-
 // "LIKE" criterion of Find: field LIKE '*text*'.
 QString likeCriterion(const QString& field, const QString& text);
 // "SELECT * FROM table WHERE field" followed by " Like '%text%'"; the text goes in as it was typed.
@@ -69,5 +78,5 @@ struct GridColumn
 // each step as the forms do it; a spare row stays at the end, for the caller to remove.
 void fillGrid(FlexGrid& grid, Recordset& table, const std::vector<GridColumn>& columns);
 
-// The first row of a click that means a row of data: at least 1, and the key cell is not empty.
+// Whether the grid's current row is one of data: not the heading, and its key cell is not empty.
 bool onDataRow(const FlexGrid& grid, int keyColumn = 0);

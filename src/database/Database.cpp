@@ -108,7 +108,14 @@ public:
     explicit WriteStep(Database& database)
         : database_(database), opens_(!database.storage_->isWriting())
     {
-        EventTransactions::instance().raiseIfFailed();
+        EventTransactions& events = EventTransactions::instance();
+        events.raiseIfFailed();
+        // The engine has undone the transaction by itself, under a read that failed.
+        if (opens_ && events.has(database)) {
+            const RuntimeError lost(RuntimeError::EngineFault);
+            events.fail(lost);
+            throw lost;
+        }
         run([this] {
             if (opens_)
                 database_.storage_->beginWrite();

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-// What hears that the transaction in which it wrote was undone.
+// Hears of each end of a transaction of the file, whoever wrote in it.
 class TransactionWitness
 {
 public:

@@ -15,11 +15,29 @@ bool isList(Database& database)
     return database.storage().listState().has_value();
 }
 
+QString lostText(const RuntimeError& error)
+{
+    return error.text() + u"\n\nO que foi gravado por último não foi guardado."_s;
+}
+
+// The shared file is durable by then.
+QString listLostText(const RuntimeError& error)
+{
+    return error.text() + u"\n\nO banco de dados já foi gravado; só a lista da venda não. "
+                          "Não repita a venda: feche e abra a tela."_s;
+}
+
+void tell(const QString& text)
+{
+    MsgBox(text, BoxButtons::Ok, BoxIcon::Critical);
+}
+
 } // namespace
 
 EventTransactions& EventTransactions::instance()
 {
-    static EventTransactions transactions;
+    // Never destroyed: recordsets of the forms outlive it at the end of the program.
+    static auto& transactions = *new EventTransactions;
     return transactions;
 }
 
@@ -36,8 +54,14 @@ void EventTransactions::install()
 
 void EventTransactions::take(std::shared_ptr<Database> database)
 {
-    if (std::find(writing_.begin(), writing_.end(), database) == writing_.end())
+    if (!has(*database))
         writing_.push_back(std::move(database));
+}
+
+bool EventTransactions::has(const Database& database) const
+{
+    return std::any_of(writing_.begin(), writing_.end(),
+                       [&database](const auto& file) { return file.get() == &database; });
 }
 
 void EventTransactions::fail(const RuntimeError& error)
@@ -49,9 +73,14 @@ void EventTransactions::fail(const RuntimeError& error)
         database->rollback();
 }
 
+bool EventTransactions::hasFailed() const
+{
+    return failure_ && joins() && failure_->loopLevel == gate::nestedLoops();
+}
+
 void EventTransactions::raiseIfFailed() const
 {
-    if (failure_ && joins() && failure_->loopLevel == gate::nestedLoops())
+    if (hasFailed())
         throw failure_->error;
 }
 
@@ -68,32 +97,38 @@ void EventTransactions::editEnded(EditHolder* holder)
 
 bool commitWrites()
 {
-    return EventTransactions::instance().settle(gate::Moment::BeforeDialog);
+    return EventTransactions::instance().commitNow();
+}
+
+bool writesAreUndone()
+{
+    return EventTransactions::instance().hasFailed();
+}
+
+bool EventTransactions::commitNow()
+{
+    if (!hasFailed())
+        return settle(gate::Moment::BeforeDialog);
+    tell(lostText(failure_->error));
+    return false;
 }
 
 bool EventTransactions::settle(gate::Moment moment)
 {
-    // The box about a failed commit settles once more.
-    if (settling_)
-        return true;
-    settling_ = true;
-    const std::optional<RuntimeError> error = commitAll();
+    const std::optional<QString> lost = commitAll();
     ++serial_;
     if (moment == gate::Moment::EventEnd)
         endEvent();
-    if (error)
-        MsgBox(u"Erro nº %1\n%2\n\nO que foi gravado por último não foi guardado."_s
-                   .arg(error->number())
-                   .arg(error->description()),
-               BoxButtons::Ok, BoxIcon::Critical);
-    settling_ = false;
-    return !error;
+    if (lost)
+        tell(*lost);
+    return !lost;
 }
 
-std::optional<RuntimeError> EventTransactions::commitAll()
+std::optional<QString> EventTransactions::commitAll()
 {
     std::vector<std::shared_ptr<Database>> files = std::exchange(writing_, {});
-    std::optional<RuntimeError> error;
+    std::optional<QString> lost;
+    bool anyIsDurable = false;
     try {
         // The shared file first: with it, the mark of a finished list becomes durable.
         if (files.size() > 1) {
@@ -102,21 +137,22 @@ std::optional<RuntimeError> EventTransactions::commitAll()
             markFinishedLists(files);
         }
     } catch (const RuntimeError& failed) {
-        error = failed;
+        lost = lostText(failed);
     }
     for (const auto& file : files) {
-        if (!error) {
+        if (!lost) {
             try {
                 file->commit();
+                anyIsDurable = true;
                 continue;
             } catch (const RuntimeError& failed) {
-                error = failed;
+                lost = anyIsDurable ? listLostText(failed) : lostText(failed);
             }
         }
         file->rollback();
         file->setListChecked(false);
     }
-    return error;
+    return lost;
 }
 
 void EventTransactions::markFinishedLists(const std::vector<std::shared_ptr<Database>>& files)

@@ -18,9 +18,11 @@ class Database;
 void installEventTransactions();
 
 // Makes durable what the running event wrote so far, which is otherwise done at its end. False
-// where that failed: the user was told, what was written is undone, and recordsets show the files
-// again.
+// where that failed, now or under an earlier write: the user was told, what was written is undone,
+// and recordsets show the files again.
 bool commitWrites();
+// Whether a write failed so badly that what the running event wrote before it is undone already.
+bool writesAreUndone();
 
 // How the path of the shared file is found when a sale list is opened, to learn whether the list
 // was booked already.
@@ -49,11 +51,13 @@ public:
     // Whether a write now belongs to the transaction of an event.
     bool joins() const { return installed_ && !commitPerStatement_ && gate::inEvent(); }
     void take(std::shared_ptr<Database> database);
+    bool has(const Database& database) const;
 
     // After a full disk or an I/O error all writes of the event are undone, and each further one
     // raises the same error.
     void fail(const RuntimeError& error);
     void raiseIfFailed() const;
+    bool hasFailed() const;
 
     // Another number for each event, and after each box in it; 0 outside of events.
     quint64 currentEvent() const { return joins() ? serial_ : 0; }
@@ -61,8 +65,8 @@ public:
     void editBegan(EditHolder* holder);
     void editEnded(EditHolder* holder);
 
-    // False where writes were lost.
-    bool settle(gate::Moment moment);
+    // False where writes were lost; the user was told.
+    bool commitNow();
 
     void install();
     // The power-cut tests show with it that they can fail.
@@ -80,13 +84,14 @@ private:
         int loopLevel = 0;
     };
 
+    bool settle(gate::Moment moment);
     void markFinishedLists(const std::vector<std::shared_ptr<Database>>& files);
-    std::optional<RuntimeError> commitAll();
+    // Nothing where all files were committed, else what the user is told.
+    std::optional<QString> commitAll();
     void endEvent();
 
     bool installed_ = false;
     bool commitPerStatement_ = false;
-    bool settling_ = false;
     quint64 serial_ = 1;
     std::vector<std::shared_ptr<Database>> writing_;
     std::optional<Failure> failure_;

@@ -4,7 +4,7 @@
 
 #include <QtGlobal>
 
-// What only the files themselves know of each other.
+// How our files tell that they are ours, and of which making.
 namespace fileformat {
 
 // The engine's application id of our files ("VBLO"), and of those whose backup was marked as
@@ -12,6 +12,7 @@ namespace fileformat {
 constexpr qint32 Plain = 0x56424C4F;
 constexpr qint32 Marked = 0x56424C45;
 
+// Files of a later making are refused: their rows may lie in another way.
 constexpr int Version = 1;
 
 // Tables of the machinery begin with this; recordsets do not see them.

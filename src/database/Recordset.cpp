@@ -21,14 +21,15 @@ void Recordset::Open(const QString& sql, const std::shared_ptr<Connection>& conn
         throw RuntimeError(RuntimeError::ObjectOpen);
     if (!connection || !connection->isOpen())
         throw RuntimeError(RuntimeError::NoConnection);
-    state_ = std::make_unique<State>(*this, connection, parseSelect(sql), cursor, lock);
+    state_ = std::make_unique<State>(connection, parseSelect(sql), cursor, lock);
     connection->recordsets_.push_back(this);
 }
 
 void Recordset::Close()
 {
     faults::point(faults::Call::Recordset);
-    open();
+    if (!state_) // asked without open(), which may have to read the file
+        throw RuntimeError(RuntimeError::ObjectClosed);
     forgetConnection();
     state_.reset();
 }

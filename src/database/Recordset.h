@@ -48,7 +48,9 @@ private:
 };
 
 // The classic recordset over one table. What each operation does at the edges follows the published
-// "desktop database reference"; see the .cpp for the pages.
+// "desktop database reference"; Recordset.cpp, RecordsetMoves.cpp and RecordsetChanges.cpp name the
+// pages. Any call on a closed one is error 3704, and any that has to look into the file, after an
+// undone transaction for one, may be -2147467259.
 class Recordset
 {
 public:
@@ -59,11 +61,11 @@ public:
 
     // The three shapes of SELECT: a whole table; with "order by" and one field; with WHERE, one
     // field, Like and a pattern in apostrophes. Error -2147217900 for anything else, -2147217865
-    // for an unknown table, -2147217904 for an unknown field, 3705 when open, 3709 without a
-    // connection.
+    // for an unknown table, -2147217904 for an unknown field, -2147467259 for a "[" that is not
+    // closed and for a file that cannot be read, 3705 when open, 3709 without a connection.
     void Open(const QString& sql, const std::shared_ptr<Connection>& connection, CursorType cursor,
               LockType lock, int options = -1);
-    // Discards a pending row or edit. Error 3704 when closed.
+    // Discards a pending row or edit; never looks into the file.
     void Close();
     bool isOpen() const;
 
@@ -77,12 +79,17 @@ public:
     Field Fields(const QString& name);
     int fieldCount() const;
 
+    // Writes a pending edit first, with its errors. Error 3219 while a new row is pending, 3251 on
+    // a read-only recordset.
     void AddNew();
     // Writes the pending new row, or those fields of an edited row whose new value differs from
     // what this recordset showed. Error -2147217864 where another wrote the row since it became
-    // current.
+    // current, -2147217887 for a Null that the field refuses (the row stays pending), 3021 at BOF
+    // or EOF.
     void Update();
     void CancelUpdate();
+    // Error 3021 without a current row, 3219 while a new row is pending, 3251 on a read-only
+    // recordset, -2147217864 as Update.
     void Delete();
 
     // Error 3021 as the published table of moves tells; 3219 while a new row is pending.
@@ -93,8 +100,8 @@ public:
 
     // "field LIKE '*text*'" forward from the current row, which is looked at first; only the outer
     // asterisks are wildcards, case is ignored. No match leaves the recordset at EOF. Error 3001 on
-    // an apostrophe in the text or another shape, 3021 without a current row, 3219 while a new row
-    // is pending.
+    // an apostrophe in the text or another shape, 3265 for an unknown field, 3021 without a current
+    // row, 3219 while a new row is pending.
     void Find(const QString& criterion, int skip = 0);
 
     // Place of the current row, 1 for the first in this recordset's own order; 0 where none is

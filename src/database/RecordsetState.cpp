@@ -2,9 +2,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-Recordset::State::State(Recordset& owner, std::shared_ptr<Connection> usedConnection,
-                        SelectStatement statement, CursorType cursorType, LockType lockType)
-    : recordset(owner), connection(std::move(usedConnection)), database(connection->database()),
+Recordset::State::State(std::shared_ptr<Connection> usedConnection, SelectStatement statement,
+                        CursorType cursorType, LockType lockType)
+    : connection(std::move(usedConnection)), database(connection->database()),
       select(std::move(statement)), cursor(cursorType), lock(lockType)
 {
     const std::optional<int> found = database->table(select.table);

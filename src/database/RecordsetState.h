@@ -21,7 +21,7 @@ struct Recordset::State final : TransactionWitness, EditHolder
         Edit
     };
 
-    State(Recordset& owner, std::shared_ptr<Connection> usedConnection, SelectStatement statement,
+    State(std::shared_ptr<Connection> usedConnection, SelectStatement statement,
           CursorType cursorType, LockType lockType);
     ~State();
 
@@ -64,7 +64,6 @@ struct Recordset::State final : TransactionWitness, EditHolder
     void transactionEnded(bool committed) override;
     void dropEdit() override;
 
-    Recordset& recordset;
     std::shared_ptr<Connection> connection;
     std::shared_ptr<Database> database;
     SelectStatement select;

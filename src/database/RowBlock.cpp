@@ -1,9 +1,9 @@
 #include "RowBlock.h"
 
+#include "ByteSearch.h"
 #include "OrderKey.h"
 
 #include <algorithm>
-#include <cstring>
 #include <numeric>
 
 namespace {
@@ -159,13 +159,7 @@ void FoldedColumn::search(const std::string& needle, RowOrder& found, std::size_
                 found.push_back(position);
         return;
     }
-    const auto nextHit = [&](std::size_t from) {
-        // The C library's own search outruns std::search and std::string::find several times.
-        const char* begin = bytes.data();
-        const void* hit = memmem(begin + from, bytes.size() - from, needle.data(), needle.size());
-        return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - begin)
-                   : std::string::npos;
-    };
+    const auto nextHit = [&](std::size_t from) { return findBytes(bytes, needle, from); };
     quint32 position = 0;
     std::size_t hit = nextHit(0);
     while (hit != std::string::npos && found.size() < most) {

@@ -44,7 +44,7 @@ EngineText engineText(int code, const QString& path)
 
 SqliteHandle::SqliteHandle(const QString& path, Mode mode, const char* vfs) : path_(path)
 {
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE |
                       (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
     // One thread: the engine needs no locks of its own.
     const int code =

@@ -32,14 +32,13 @@ public:
 
     [[noreturn]] void raise(int code) const;
     sqlite3* get() const { return handle_; }
-    const QString& path() const { return path_; }
 
 private:
     QString path_;
     sqlite3* handle_ = nullptr;
 };
 
-// A prepared statement; reset at the end of each Run.
+// A prepared statement, to be reset after each use (StatementReset).
 class SqliteStatement
 {
 public:

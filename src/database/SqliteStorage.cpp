@@ -37,7 +37,8 @@ SqliteStorage::SqliteStorage(const QString& path, const char* vfs)
     : handle_(path, SqliteHandle::Mode::Existing, vfs)
 {
     const qint64 format = handle_.integer("PRAGMA application_id");
-    if (format != fileformat::Plain && format != fileformat::Marked)
+    const bool isKnown = format == fileformat::Plain || format == fileformat::Marked;
+    if (!isKnown || handle_.integer("PRAGMA user_version") > fileformat::Version)
         handle_.raise(SQLITE_NOTADB);
     handle_.execute(
         "PRAGMA synchronous=EXTRA; PRAGMA temp_store=MEMORY; PRAGMA trusted_schema=OFF");

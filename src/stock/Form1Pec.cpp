@@ -1,6 +1,5 @@
 #include "Form1Pec.h"
 
-#include "ClosePair.h"
 #include "EventTransactions.h"
 #include "Form1pecabusca.h"
 #include "Form1principal.h"
@@ -84,7 +83,7 @@ try {
     TravaFichaPeca();
 } catch (const RuntimeError& error) {
     MsgBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
-    MsgBox(errorText(error), BoxButtons::Ok, BoxIcon::Critical);
+    MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical);
 }
 
 void Form1Pec::Form_Unload()
@@ -158,6 +157,8 @@ try {
 void Form1Pec::ApagaPeca()
 try {
     Tabela1->Delete();
+    if (!commitWrites()) // the part is back, as it still stands in the boxes and in the grid
+        return;
     Tabela1->MovePrevious();
     if (Tabela1->bof()) {
         Tabela1->MoveNext();
@@ -428,8 +429,12 @@ void Form1Pec::backToBrowsing()
 
 void Form1Pec::MSFlexGrid1_Click()
 {
-    if (onDataRow(MSFlexGrid1) && !newRow_)
-        Text2.setText(MSFlexGrid1.TextMatrix(MSFlexGrid1.Row(), 0));
+    if (!onDataRow(MSFlexGrid1) || newRow_)
+        return;
+    // Emptied first, so that the part clicked last is looked up again: after a save another row is
+    // current than the one on show.
+    Text2.setText({});
+    Text2.setText(MSFlexGrid1.TextMatrix(MSFlexGrid1.Row(), 0));
 }
 
 void Form1Pec::MSFlexGrid1_KeyPress(int KeyAscii)
@@ -443,17 +448,7 @@ void Form1Pec::Text2_Change()
     const QString code = Trim(Text2.text());
     if (code.isEmpty())
         return;
-    const int place = Tabela1->AbsolutePosition();
-    bool found = false;
-    try {
-        Tabela1->MoveFirst();
-        Tabela1->Find(likeCriterion(u"CODIGO"_s, code));
-        found = !Tabela1->eof();
-    } catch (const RuntimeError&) {
-        // A text that no code can hold is not found.
-    }
-    if (!found && place > 0)
-        Tabela1->setAbsolutePosition(place);
+    lookUpOrStay(Tabela1, u"CODIGO"_s, code);
     MostraFichaPeca();
 }
 

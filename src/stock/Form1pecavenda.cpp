@@ -1,6 +1,5 @@
 #include "Form1pecavenda.h"
 
-#include "ClosePair.h"
 #include "EventTransactions.h"
 #include "Form1principal.h"
 #include "Format.h"
@@ -128,9 +127,7 @@ void Form1pecavenda::Form_Unload()
     closeIfOpen(Tabela1, Conexao1);
     closeIfOpen(Tabela2, Conexao2);
     closeIfOpen(Tabela4, Conexao4);
-    // The recordset of pair 3 is closed by its connection.
-    if (!Conexao3.isNothing() && Conexao3->isOpen())
-        Conexao3->Close();
+    closeIfOpen(Conexao3); // and its recordset with it
     principal().StatusBar1.setPanel(2, supportEmailText());
 }
 
@@ -194,12 +191,6 @@ void Form1pecavenda::CarregaListaVenda()
         MsgBox(
             u"Máximo 24 linhas no pedido,imprima está lista,limpe os itens da lista e continue a incluir."_s);
     }
-}
-
-void Form1pecavenda::settleList()
-{
-    if (!commitWrites())
-        showListAgain();
 }
 
 void Form1pecavenda::showListAgain()
@@ -279,6 +270,7 @@ void Form1pecavenda::GravaItemVenda()
         if (!text.isEmpty())
             Tabela2->Fields(name) = text;
     Tabela2->Update();
+    commitWrites(); // or the line is gone again, and the list is shown without it
     CarregaListaVenda();
 }
 
@@ -435,8 +427,8 @@ void Form1pecavenda::MSFlexGrid2_KeyPress(int KeyAscii)
         throw;
     }
     FlagRecarga = 1;
+    commitWrites(); // or the line is back, and the list is shown with it
     CarregaListaVenda();
-    settleList();
 }
 
 void Form1pecavenda::Command1_Click(int Index)
@@ -445,7 +437,8 @@ void Form1pecavenda::Command1_Click(int Index)
         Fechar();
     } else {
         LimpaListaVenda();
-        settleList();
+        if (!commitWrites())
+            showListAgain();
     }
 }
 
@@ -494,7 +487,6 @@ void Form1pecavenda::Incluir()
             Text7.setText(before);
         throw;
     }
-    settleList();
 }
 
 void Form1pecavenda::Oficina()

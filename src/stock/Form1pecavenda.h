@@ -85,10 +85,9 @@ private:
     void Oficina();
     void search(const QString& text, const QString& selectWhere);
     void showLine(int row);
-    // What was done to the list, and its booking, is durable, or all is shown as it was before.
-    void settleList();
     void finishWriteOff();
     void showListAgain();
+    void showAllAgain();
     void printLines();
     void writeOffLine();
     void orderWhatRanOut();

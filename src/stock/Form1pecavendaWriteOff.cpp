@@ -42,14 +42,21 @@ try {
 } catch (const RuntimeError&) {
     // The catalogue does not stand on the part of this code any more: a second try looks it up.
     Text2.setText({});
+    if (writesAreUndone())
+        showAllAgain();
     throw;
 }
 
+// The booking is durable, or everything is shown as it was before it.
 void Form1pecavenda::finishWriteOff()
 {
     PedidoAutomatico();
-    if (commitWrites())
-        return;
+    if (!commitWrites())
+        showAllAgain();
+}
+
+void Form1pecavenda::showAllAgain()
+{
     Text2.setText({});
     showListAgain();
     FlagRecarga = 2;

@@ -128,25 +128,14 @@ try {
     TravaCampos();
 } catch (const RuntimeError& error) {
     MsgBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
-    MsgBox(errorText(error), BoxButtons::Ok, BoxIcon::Critical, u"Fichario de Cliente"_s);
+    MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, u"Fichario de Cliente"_s);
 }
 
 void Form1Cli::Form_Unload()
 {
-    const auto closeOpened = [](auto& object) {
-        if (!object.isNothing() && object->isOpen())
-            object->Close();
-    };
-    // Only what this load got open: a missing database never bars the way out.
-    closeOpened(Tabela1);
-    closeOpened(Conexao1);
-    closeOpened(Conexao3);
-    closeOpened(Tabela4);
-    closeOpened(Conexao4);
-    Tabela1.setNothing();
-    Conexao1.setNothing();
-    Tabela4.setNothing();
-    Conexao4.setNothing();
+    closeIfOpen(Tabela1, Conexao1);
+    closeIfOpen(Conexao3);
+    closeIfOpen(Tabela4, Conexao4);
     principal().StatusBar1.setPanel(2, supportEmailText());
 }
 
@@ -354,7 +343,10 @@ void Form1Cli::editExisting()
     // A row written elsewhere is in neither table as they were opened. Where it cannot be found in
     // new ones, the new order is still pending.
     const ObjectVariable<Recordset> clients = openedAnew(ClientsByNumber, Conexao1);
-    clients->Find(likeCriterion(u"numero"_s, Text1(13).text()));
+    if (!clients->eof())
+        clients->Find(likeCriterion(u"numero"_s, Text1(13).text()));
+    if (clients->eof()) // deleted meanwhile: the number is free, and the next save takes it
+        return;
     const ObjectVariable<Recordset> twins = openedAnew(TwinsByNumber, Conexao4);
     Tabela1->CancelUpdate();
     Tabela4->CancelUpdate();
@@ -704,17 +696,7 @@ void Form1Cli::Text2_Change()
     const QString number = Text2.text();
     if (Trim(number).isEmpty())
         return;
-    const int place = Tabela1->AbsolutePosition();
-    bool found = false;
-    try {
-        Tabela1->MoveFirst();
-        Tabela1->Find(likeCriterion(u"numero"_s, number));
-        found = !Tabela1->eof();
-    } catch (const RuntimeError&) {
-        // A text that no number can hold is not found.
-    }
-    if (!found && place > 0)
-        Tabela1->setAbsolutePosition(place);
+    lookUpOrStay(Tabela1, u"numero"_s, number);
     MostraFicha();
 }
 

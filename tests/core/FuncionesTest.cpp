@@ -25,7 +25,7 @@ protected:
         try {
             Connection().Open(u"Provider = Microsoft.Jet.OLEDB.4.0;Data Source = "_s + path);
         } catch (const RuntimeError& error) {
-            return errorText(error);
+            return error.text();
         }
         return {};
     }

@@ -58,8 +58,11 @@ TEST_F(ConnectionTest, MissingForeignAndTornFilesFailAtOpening)
             << content.size();
         QFile::remove(bad);
     }
-    sql(listFile(), u"PRAGMA application_id=7"_s);
-    EXPECT_TRUE(textOf(listFile()).startsWith(u"Formato"_s)) << "a database of another program";
+    for (const QString& foreign :
+         {u"PRAGMA user_version=2"_s, u"PRAGMA user_version=1; PRAGMA application_id=7"_s}) {
+        sql(listFile(), foreign);
+        EXPECT_TRUE(textOf(listFile()).startsWith(u"Formato"_s)) << "of a later or another program";
+    }
 }
 
 TEST_F(ConnectionTest, ReplacedFileIsReadAnew)
