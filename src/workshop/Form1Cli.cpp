@@ -345,8 +345,10 @@ void Form1Cli::editExisting()
     const ObjectVariable<Recordset> clients = openedAnew(ClientsByNumber, Conexao1);
     if (!clients->eof())
         clients->Find(likeCriterion(u"numero"_s, Text1(13).text()));
-    if (clients->eof()) // deleted meanwhile: the number is free, and the next save takes it
+    if (clients->eof()) { // deleted meanwhile: the number is free, and the next save takes it
+        Text5.setText({});
         return;
+    }
     const ObjectVariable<Recordset> twins = openedAnew(TwinsByNumber, Conexao4);
     Tabela1->CancelUpdate();
     Tabela4->CancelUpdate();

@@ -149,6 +149,25 @@ TEST_F(EventTransactionsTest, FailedCommitIsToldAndUndone)
     EXPECT_EQ(names(), QStringList{u"y"_s});
 }
 
+TEST_F(EventTransactionsTest, WhatWasUndoneUnderAFailedCallIsNotCommitted)
+{
+    auto table = open(suppliers_);
+    event([&] {
+        add(*table, u"a"_s);
+        // As the engine does where it cannot read what it needs.
+        Database::open(mainFile())->storage().rollback();
+        EXPECT_EQ(errorOf([&] { add(*open(suppliers_), u"b"_s); }), RuntimeError::EngineFault);
+        expectErrorBox();
+        EXPECT_FALSE(commitWrites());
+    });
+    EXPECT_EQ(names(), QStringList());
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(mainFile().toUtf8().constData(), &other), SQLITE_OK);
+    sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    EXPECT_EQ(errorOf([&] { table->Close(); }), 0) << "closing asks nothing of the file";
+    sqlite3_close(other);
+}
+
 namespace {
 
 // A sale of one line: the stock in the shared file, the list in its own.
@@ -167,7 +186,10 @@ protected:
     {
         auto parts = open(u"SELECT * FROM Pecas order by CODIGO"_s);
         auto list = openList();
-        expectErrorBox();
+        setMsgBoxForTests([this](const Box& box) {
+            told_ = box.text;
+            return Answer::Ok;
+        });
         event([&] {
             parts->Fields(u"ESTOQUE"_s) = u"3"_s;
             parts->Update();
@@ -177,6 +199,7 @@ protected:
         disk_.empty();
     }
 
+    QString told_;
     QString state()
     {
         return stored(u"ESTOQUE"_s, u"Pecas"_s).join(u',') + u" | "_s +
@@ -190,6 +213,8 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
 {
     writeOff();
     EXPECT_EQ(state(), u"3 | 1"_s);
+    EXPECT_TRUE(told_.endsWith(u"Não repita a venda: feche e abra a tela."_s))
+        << told_.toStdString();
 
     // Where the shared file cannot be reached nothing is decided yet.
     setListMarkResolver([this] { return folder() + u"/nada.mdb"_s; });

@@ -136,6 +136,19 @@ TEST_F(RegisterTest, AfterASaveTheLastRowIsCurrent)
     remove();
     EXPECT_EQ(parts(), QStringList{u"0000001|A1|10|Changed|25000|BC"_s});
     EXPECT_EQ(shown(), u"0000001|A1|10|Changed|2,50|BC"_s);
+
+    // A click stands on the part clicked, on the one clicked before, too.
+    addPart(u"0000002"_s, u"Last"_s);
+    form<Form1Pec>().unload();
+    Form1Pec& record = openRegister();
+    for (const QString& name : {u"Once"_s, u"Twice"_s}) {
+        click(record.MSFlexGrid1, 1);
+        press(2);
+        type(record.Text1(0), name);
+        press(1);
+    }
+    EXPECT_EQ(parts(),
+              (QStringList{u"0000001|A1|10|Twice|25000|BC"_s, u"0000002|A1|10|Last|25000|BC"_s}));
 }
 
 TEST_F(RegisterTest, NullPriceShowsAPointAndIsStoredSo)

@@ -106,7 +106,12 @@ TEST_F(StockFaults, RegisterThatFailsChangesNoPartButTheOneOnShow)
         };
         failEachCall(begin, open, check, 6);
         failEachCall(beginToRemove, remove, check, 2);
-        failEachWrite(beginToRemove, remove, check);
+        failEachWrite(beginToRemove, remove, [&](bool failed) {
+            if (record().Command1(2).enabled()) {
+                EXPECT_EQ(gridRows(record().MSFlexGrid1).size(), untouched().size());
+            }
+            check(failed);
+        });
     }
 }
 
@@ -142,6 +147,23 @@ TEST_F(StockFaults, ListThatFailsToChangeDoesSoAtTheNextTry)
         failEachCall(begin, change, check, 3);
         failEachWrite(begin, change, check, "MIRANDEL1.mdb", 1);
     }
+}
+
+// The box of the full list comes between the line and the end of the event.
+TEST_F(StockFaults, LastLineThatDoesNotBecomeDurableIsNotShown)
+{
+    const auto prepare = [this] {
+        beginAgain();
+        for (int line = 3; line <= 23; ++line)
+            addLine(u"0000001"_s, code(line));
+        openSale();
+    };
+    const auto check = [this](bool failed) {
+        EXPECT_EQ(lines().size(), failed ? 23 : 24);
+        EXPECT_EQ(gridRows(sale().MSFlexGrid2).size(), lines().size());
+    };
+    failEachWrite(
+        prepare, [] { sell(3); }, check, "MIRANDEL1.mdb", 1);
 }
 
 } // namespace

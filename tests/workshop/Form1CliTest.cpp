@@ -152,6 +152,25 @@ TEST_F(Form1CliTest, NumberTakenElsewhereAsksAndYesEditsThatOrder)
     EXPECT_EQ(stored(u"0000005"_s, u"endereco"_s), u"Rua A"_s);
 }
 
+TEST_F(Form1CliTest, NumberGivenBackWhileTheQuestionStandsIsTakenByTheNextSave)
+{
+    addOrder(u"0000004"_s, u"Ana"_s);
+    Form1Cli& cli = openRecord();
+    press(0);
+    type(cli.Text1(0), u"Beto"_s);
+    addOrder(u"0000005"_s, u"Caio"_s);
+    setMsgBoxForTests([this](const Box&) {
+        mainSql(u"DELETE FROM Cliente WHERE Nome='Caio'; "
+                "DELETE FROM PECAAPLICADA WHERE NOME='Caio'"_s);
+        return Answer::Yes;
+    });
+    press(1);
+    EXPECT_EQ(cli.Text1(0).text(), u"Beto"_s);
+    press(1);
+    EXPECT_EQ(orders(), (QStringList{u"0000004 Ana"_s, u"0000005 Beto"_s}));
+    EXPECT_EQ(twins(), orders());
+}
+
 TEST_F(Form1CliTest, NumberTakenElsewhereAfterPasteCanBeTypedAnew)
 {
     addOrder(u"0000004"_s, u"Ana"_s);
