@@ -58,30 +58,26 @@ QString examineDocument(TextBox& box)
 void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled)
 {
     for (int index = first; index <= last; ++index)
-        if (buttons.has(index))
-            buttons(index).setEnabled(enabled);
+        buttons(index).setEnabled(enabled);
 }
 
 void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes,
                 bool enabled)
 {
     for (const int index : indexes)
-        if (buttons.has(index))
-            buttons(index).setEnabled(enabled);
+        buttons(index).setEnabled(enabled);
 }
 
 void setLocked(ControlArray<TextBox>& boxes, int first, int last, bool locked)
 {
     for (int index = first; index <= last; ++index)
-        if (boxes.has(index))
-            boxes(index).setLocked(locked);
+        boxes(index).setLocked(locked);
 }
 
 void clear(ControlArray<TextBox>& boxes, int first, int last)
 {
     for (int index = first; index <= last; ++index)
-        if (boxes.has(index))
-            boxes(index).setText({});
+        boxes(index).setText({});
 }
 
 // The variable is asked anew for each move: a button that loses the focus may fire an event that

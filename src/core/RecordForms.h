@@ -14,7 +14,7 @@ class RuntimeError;
 // What the record forms and the search dialogs do alike, as free functions. What a form does in its
 // own way is written in that form.
 
-// Members that an array does not have are passed over.
+// From the first to the last member, or each of these; error 340 where an array has none of it.
 void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled);
 void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes,
                 bool enabled);

@@ -4,6 +4,7 @@
 #include "Controls.h"
 #include "Value.h"
 
+#include <optional>
 #include <vector>
 
 // The desk where a job enters the workshop and leaves it: one row of Cliente is one service order,
@@ -84,6 +85,7 @@ private:
     void editExisting();
     void beginNewRows();
     void findTwin();
+    std::optional<QString> deleteRows();
     void putBack(const std::vector<Value>& client);
     void standOn(const QString& number);
     void setNumberAfter(double number);

@@ -487,6 +487,29 @@ TEST_F(Form1CliFaults, SavedAndDeletedOrders)
     eachCall({2}, 3, {u"0000001 Ana"_s});
 }
 
+TEST_F(Form1CliFaults, OrderWithoutATwinThatDoesNotGo)
+{
+    const auto prepare = [&] {
+        form<Form1Cli>().unload();
+        mainSql(u"DELETE FROM Cliente; DELETE FROM PECAAPLICADA"_s);
+        addOrder(u"0000001"_s, u"Ana"_s);
+        mainSql(u"INSERT INTO Cliente (numero, Nome) VALUES ('0000002', 'Beto')"_s);
+        openRecordAt(u"0000002"_s);
+        press(2);
+    };
+    const auto check = [&](bool) {
+        if (orders().size() == 2) {
+            EXPECT_EQ(form<Form1Cli>().Text1(13).text(), u"0000002"_s);
+            press(2);
+            press(3);
+        }
+        EXPECT_EQ(orders(), QStringList{u"0000001 Ana"_s});
+        EXPECT_EQ(form<Form1Cli>().Text1(13).text(), u"0000001"_s);
+    };
+    failEachWrite(
+        prepare, [&] { press(3); }, check);
+}
+
 TEST_F(Form1CliFaults, NewOrderGivenUpAfterItsSaveFailed)
 {
     const auto prepare = [&] {
