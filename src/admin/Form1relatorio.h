@@ -58,5 +58,4 @@ private:
     void mostraSomas(const Somas& somas);
     void comecaLinha(Somas& somas) const;
     void somaLinha(Somas& somas, int row);
-    void imprimeCabecalho();
 };
