@@ -3,6 +3,9 @@
 #include "Dates.h"
 #include "Format.h"
 
+#include <utility>
+#include <variant>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
