@@ -6,9 +6,12 @@
 #include "Funciones.h"
 #include "MsgBox.h"
 #include "RecordForms.h"
+#include "Recordset.h"
 #include "RuntimeError.h"
-
+#include "Value.h"
 #include "ui_Form1relatorio.h"
+
+#include <utility>
 
 using namespace Funciones;
 using namespace Qt::Literals::StringLiterals;
@@ -34,7 +37,7 @@ Form1relatorio::Form1relatorio() : Form(QString::fromLatin1(Name), makeWindow<Ui
 
 void Form1relatorio::Form_Load()
 {
-    AbreMovimento();
+    openMovement();
     setCaption(u"Relatório movimento de caixa      "_s + principal().StatusBar1.panel(1) +
                u"  está usando"_s);
     const std::pair<const char16_t*, int> columns[] = {
@@ -58,7 +61,7 @@ void Form1relatorio::Command1_Click()
 {
     Text5.setText(u"0"_s);
     Text3.setText(u"0,00"_s);
-    AbreMovimento();
+    openMovement();
     CarregaGridPeriodo();
     Command2.setEnabled(true);
 }
@@ -80,7 +83,7 @@ void Form1relatorio::Command4_Click()
     unload();
 }
 
-void Form1relatorio::AbreMovimento()
+void Form1relatorio::openMovement()
 {
     AbreBanco();
     Tabela1->Open(u"SELECT * FROM MOVIMENTO order by DATA"_s, Conexao1.shared(), CursorType::Static,
@@ -89,31 +92,31 @@ void Form1relatorio::AbreMovimento()
 
 void Form1relatorio::CarregaGrid()
 {
-    Somas somas = leSomas();
+    Sums sums = readSums();
     try {
         Text1.setText(u"0,00"_s);
         MSFlexGrid1.setRows(2);
         Text2.setText(u"0"_s);
         while (!Tabela1->eof()) {
-            comecaLinha(somas);
-            somaLinha(somas, MSFlexGrid1.Rows() - 1);
+            beginRow(sums);
+            addRow(sums, MSFlexGrid1.Rows() - 1);
             Tabela1->MoveNext();
         }
-        mostraSomas(somas);
+        showSums(sums);
         principal().StatusBar1.setPanel(2, u"Formulário de Movimento de Caixa"_s);
         MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
         FechaBanco();
     } catch (const RuntimeError&) {
         // The row of a delivered job has no quantity, and the list is meant to stop there: the rows
         // and sums so far stay in view.
-        mostraSomas(somas);
+        showSums(sums);
         MsgBox(u"Erro ao carregar grid 1"_s);
     }
 }
 
 void Form1relatorio::CarregaGridPeriodo()
 {
-    Somas somas = leSomas();
+    Sums sums = readSums();
     try {
         const QString start = dateText(DTPicker1.value());
         const QString end = dateText(DTPicker2.value());
@@ -121,74 +124,72 @@ void Form1relatorio::CarregaGridPeriodo()
         MSFlexGrid1.setRows(2);
         Text2.setText(u"0"_s);
         while (!Tabela1->eof()) {
-            comecaLinha(somas);
+            beginRow(sums);
             // Days are compared as texts, day first, and are meant to be: "05/12/2004" comes before
             // "10/01/2004". The counters are shared by all forms and start where another one left
             // them; only a row that is taken moves them on.
-            if (somas.Text4 > start) {
+            if (sums.Text4 > start) {
                 ContadorListaAnterior = Contador;
-                somaLinha(somas, MSFlexGrid1.Rows() - 1);
+                addRow(sums, MSFlexGrid1.Rows() - 1);
             }
             Tabela1->MoveNext();
             Contador = ContadorListaAnterior + 1;
             // Looked at after the row was taken, so that one row beyond the end is listed too.
-            if (end < somas.Text6)
+            if (end < sums.Text6)
                 break;
         }
-        mostraSomas(somas);
+        showSums(sums);
         MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
         FechaBanco();
     } catch (const RuntimeError&) {
-        mostraSomas(somas);
+        showSums(sums);
         MsgBox(u"Erro ao carregar grid"_s);
     }
 }
 
 void Form1relatorio::ExcluiMovimento()
-{
-    try {
-        AbreMovimento();
-        QuantidadeItens = Tabela1->RecordCount();
-        Tabela1->MoveFirst();
-        while (!Tabela1->eof()) {
-            Tabela1->Delete();
-            MSFlexGrid1.setRows(MSFlexGrid1.Rows() + 1);
-            Tabela1->MoveNext();
-        }
-    } catch (const RuntimeError&) {
-        MsgBox(u"erro ao deletar"_s);
-        CarregaGridPeriodo();
+try {
+    openMovement();
+    QuantidadeItens = Tabela1->RecordCount();
+    Tabela1->MoveFirst();
+    while (!Tabela1->eof()) {
+        Tabela1->Delete();
+        MSFlexGrid1.setRows(MSFlexGrid1.Rows() + 1);
+        Tabela1->MoveNext();
     }
+} catch (const RuntimeError&) {
+    MsgBox(u"erro ao deletar"_s);
+    CarregaGridPeriodo();
 }
 
-Form1relatorio::Somas Form1relatorio::leSomas() const
+Form1relatorio::Sums Form1relatorio::readSums() const
 {
-    return {{Text3.text(), formats::Total},
-            {Text5.text(), formats::Count},
-            {Text8.text(), formats::Total},
-            {Text10.text(), formats::Count},
+    return {{Text3.text(), RunningSum::Total},
+            {Text5.text(), RunningSum::Count},
+            {Text8.text(), RunningSum::Total},
+            {Text10.text(), RunningSum::Count},
             Text4.text(),
             Text6.text()};
 }
 
-void Form1relatorio::mostraSomas(const Somas& somas)
+void Form1relatorio::showSums(const Sums& sums)
 {
-    Text3.setText(somas.Text3.text());
-    Text4.setText(somas.Text4);
-    Text5.setText(somas.Text5.text());
-    Text6.setText(somas.Text6);
-    Text8.setText(somas.Text8.text());
-    Text10.setText(somas.Text10.text());
+    Text3.setText(sums.Text3.text());
+    Text4.setText(sums.Text4);
+    Text5.setText(sums.Text5.text());
+    Text6.setText(sums.Text6);
+    Text8.setText(sums.Text8.text());
+    Text10.setText(sums.Text10.text());
 }
 
-void Form1relatorio::comecaLinha(Somas& somas) const
+void Form1relatorio::beginRow(Sums& sums) const
 {
-    somas.Text8 = somas.Text3;
-    somas.Text4 = dateCell(*Tabela1.shared());
-    somas.Text10 = somas.Text5;
+    sums.Text8 = sums.Text3;
+    sums.Text4 = dateCell(*Tabela1.shared());
+    sums.Text10 = sums.Text5;
 }
 
-void Form1relatorio::somaLinha(Somas& somas, int row)
+void Form1relatorio::addRow(Sums& sums, int row)
 {
     Recordset& movimento = *Tabela1.shared();
     const Value quantity = movimento.Fields(2);
@@ -198,13 +199,13 @@ void Form1relatorio::somaLinha(Somas& somas, int row)
     MSFlexGrid1.setTextMatrix(row, 1, movimento.Fields(1).textOrEmpty());
     MSFlexGrid1.setTextMatrix(row, 2, quantity.textOrEmpty());
     MSFlexGrid1.setTextMatrix(row, 3, money);
-    somas.Text3 = {money, formats::Total};
-    MSFlexGrid1.setTextMatrix(row, 4, somas.Text4);
-    somas.Text6 = somas.Text4;
+    sums.Text3 = {money, RunningSum::Total};
+    MSFlexGrid1.setTextMatrix(row, 4, sums.Text4);
+    sums.Text6 = sums.Text4;
 
     // Each sum goes through its text: a quantity total of 0 becomes the empty text, which the next
     // row cannot count on from.
-    somas.Text3 = somas.Text8.plus(value);
+    sums.Text3 = sums.Text8.plus(value);
     MSFlexGrid1.setRows(row + 2);
-    somas.Text5 = somas.Text10.plus(quantity);
+    sums.Text5 = sums.Text10.plus(quantity);
 }

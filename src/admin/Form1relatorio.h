@@ -2,7 +2,7 @@
 
 #include "CommonDialog.h"
 #include "Controls.h"
-#include "FormRegistry.h"
+#include "Form.h"
 #include "RunningSum.h"
 
 // The cash movement report: lists and sums all cash rows, prints the list and empties the table.
@@ -40,9 +40,9 @@ protected:
     void Form_Unload() override;
 
 private:
-    // The work boxes while a load runs. None of them has an event, so that a long load keeps their
-    // texts here and writes them once, at its end or where it stops.
-    struct Somas
+    // The texts of the sum boxes while a load runs. No event hangs on these boxes, so they are
+    // written once, when the load ends or stops.
+    struct Sums
     {
         RunningSum Text3, Text5, Text8, Text10;
         QString Text4, Text6;
@@ -53,10 +53,9 @@ private:
     void Command3_Click();
     void Command4_Click();
 
-    void AbreMovimento();
-    Somas leSomas() const;
-    void mostraSomas(const Somas& somas);
-    void comecaLinha(Somas& somas) const;
-    void somaLinha(Somas& somas, int row);
-    void imprimeCabecalho();
+    void openMovement();
+    Sums readSums() const;
+    void showSums(const Sums& sums);
+    void beginRow(Sums& sums) const;
+    void addRow(Sums& sums, int row);
 };

@@ -29,46 +29,50 @@ std::optional<qint64> exact(const Value& amount)
     return tenThousandths;
 }
 
-// What the format leaves of a sum; its last place is one, or a hundredth.
-qint64 roundedBy(const QString& format, qint64 tenThousandths)
+QString shown(const Value& sum, RunningSum::Kind kind)
 {
-    const qint64 unit = &format == &formats::Count ? One : One / 100;
+    return Format(sum, kind == RunningSum::Count ? formats::Count : formats::Total);
+}
+
+// What the text leaves of a sum; its last place is one, or a hundredth.
+qint64 rounded(qint64 tenThousandths, RunningSum::Kind kind)
+{
+    const qint64 unit = kind == RunningSum::Count ? One : One / 100;
     return (tenThousandths + unit / 2) / unit * unit;
 }
 
-// The text of a number that was shown by the format already.
-std::optional<qint64> knownBy(const QString& text, const QString& format)
+// The text of a sum that was shown so already.
+std::optional<qint64> exact(const QString& text, RunningSum::Kind kind)
 {
     const double number = toNumber(text) * One;
     if (!(number >= 0 && number < static_cast<double>(Limit)))
         return std::nullopt;
     const qint64 tenThousandths = std::llround(number);
-    if (Format(Value(Value::Money{tenThousandths}), format) != text)
+    if (shown(Value::Money{tenThousandths}, kind) != text)
         return std::nullopt;
-    return roundedBy(format, tenThousandths);
+    return rounded(tenThousandths, kind);
 }
 
 } // namespace
 
 QString RunningSum::text() const
 {
-    return known_ ? Format(Value(Value::Money{*known_}), *format_) : text_;
+    return known_ ? shown(Value::Money{*known_}, kind_) : text_;
 }
 
 RunningSum RunningSum::plus(const Value& amount) const
 {
     const std::optional<qint64> added = exact(amount);
-    RunningSum sum;
-    sum.format_ = format_;
+    RunningSum sum({}, kind_);
     if (added) {
-        const std::optional<qint64> before = known_ ? known_ : knownBy(text_, *format_);
-        const qint64 total = before ? roundedBy(*format_, *before + *added) : Limit;
+        const std::optional<qint64> before = known_ ? known_ : exact(text_, kind_);
+        const qint64 total = before ? rounded(*before + *added, kind_) : Limit;
         // A count of 0 shows as the empty text, which nothing can be added to.
-        if (total < Limit && (total > 0 || format_ != &formats::Count)) {
+        if (total < Limit && (total > 0 || kind_ != Count)) {
             sum.known_ = total;
             return sum;
         }
     }
-    sum.text_ = Format(toNumber(text()) + amount.number(), *format_);
+    sum.text_ = shown(toNumber(text()) + amount.number(), kind_);
     return sum;
 }

@@ -1,5 +1,6 @@
 #include "SampleData.h"
 
+#include "Dates.h"
 #include "SampleOrders.h"
 #include "SampleWords.h"
 
@@ -11,9 +12,9 @@ TableRows parts(SampleWords& words)
 {
     TableRows parts{u"Pecas"_s, {}};
     const QStringList kinds{
-        u"Capacitor eletrolítico"_s, u"Resistor de fio"_s,   u"Transistor"_s,
-        u"Circuito integrado"_s,     u"Diodo retificador"_s, u"Correia"_s,
-        u"Unidade óptica"_s,         u"Fusível de vidro"_s,  u"Chave de canais"_s,
+        u"Capacitor eletrolítico"_s, u"Resistor de fio"_s,        u"Transistor"_s,
+        u"Flyback universal"_s,      u"Rolo pressor"_s,           u"Correia"_s,
+        u"Unidade óptica"_s,         u"Fusível de alta tensão"_s, u"Potenciômetro duplo"_s,
         u"Controle remoto"_s};
     for (int number = 1; number <= 200; ++number) {
         const QString model = u"M%1"_s.arg(100 + number);
@@ -116,8 +117,9 @@ TableRows maintenance(SampleWords& words)
 std::vector<TableRows> sampleRows()
 {
     SampleWords words;
-    std::vector<TableRows> rows = sampleOrders(words);
-    rows.push_back(parts(words));
+    std::vector<TableRows> rows{parts(words)};
+    for (TableRows& group : sampleOrders(words, rows.front()))
+        rows.push_back(std::move(group));
     rows.push_back(suppliers(words));
     rows.push_back(defects());
     rows.push_back(orders());

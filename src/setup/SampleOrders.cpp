@@ -1,5 +1,11 @@
 #include "SampleOrders.h"
 
+#include "Dates.h"
+#include "Format.h"
+
+#include <utility>
+#include <variant>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -9,7 +15,7 @@ struct Job
     QString device;
     QString defect;
     QString service;
-    QString part;
+    QString part; // how its description begins in the catalogue
     int cents = 0;
 };
 
@@ -17,28 +23,54 @@ const std::vector<Job>& jobs()
 {
     static const std::vector<Job> all{
         {u"Televisor 29 polegadas"_s, u"Não liga"_s, u"Troca do capacitor da fonte"_s,
-         u"Capacitor eletrolítico 470uF 63V"_s, 8500},
+         u"Capacitor eletrolítico"_s, 8500},
         {u"Televisor 20 polegadas"_s, u"Sem imagem, com som"_s,
-         u"Troca do flyback e ajuste de foco"_s, u"Flyback universal 29 pol"_s, 14000},
+         u"Troca do flyback e ajuste de foco"_s, u"Flyback universal"_s, 14000},
         {u"Micro-ondas 28 litros"_s, u"Não aquece"_s,
          u"Troca do magnetron e do fusível de alta tensão"_s, u"Fusível de alta tensão"_s, 16000},
         {u"Aparelho de som com CD"_s, u"CD não lê"_s,
-         u"Limpeza da lente e troca da unidade óptica"_s, u"Unidade óptica de CD"_s, 9500},
+         u"Limpeza da lente e troca da unidade óptica"_s, u"Unidade óptica"_s, 9500},
         {u"Videocassete 4 cabeças"_s, u"Enrola a fita"_s,
          u"Troca do rolo pressor e limpeza do mecanismo"_s, u"Rolo pressor"_s, 6000},
         {u"Monitor 17 polegadas"_s, u"Imagem escura"_s,
-         u"Troca do transistor de saída horizontal"_s, u"Transistor de saída horizontal"_s, 7800},
+         u"Troca do transistor de saída horizontal"_s, u"Transistor"_s, 7800},
         {u"Aparelho de DVD"_s, u"Não abre a gaveta"_s, u"Troca da correia da gaveta"_s,
-         u"Correia de gaveta"_s, 4500},
-        {u"Rádio gravador"_s, u"Som falhando"_s, u"Limpeza dos potenciômetros"_s,
-         u"Potenciômetro duplo 50K"_s, 3500},
+         u"Correia"_s, 4500},
+        {u"Rádio gravador"_s, u"Som falhando"_s, u"Troca do potenciômetro de volume"_s,
+         u"Potenciômetro duplo"_s, 3500},
     };
     return all;
 }
 
+// Positions in a row of the catalogue.
+constexpr int Code = 0;
+constexpr int Description = 3;
+constexpr int Price = 4;
+
+using Row = std::vector<Value>;
+
+const Row& anyOf(const std::vector<Row>& rows, SampleWords& words)
+{
+    return rows[static_cast<std::size_t>(words.below(static_cast<int>(rows.size())))];
+}
+
+Row partFor(const Job& job, const TableRows& parts, SampleWords& words)
+{
+    std::vector<Row> fitting;
+    for (const Row& part : parts.rows)
+        if (part[Description].textOrEmpty().startsWith(job.part))
+            fitting.push_back(part);
+    return anyOf(fitting, words);
+}
+
+Value::Money times(int quantity, const Value& price)
+{
+    return {quantity * std::get<Value::Money>(price.data()).tenThousandths};
+}
+
 } // namespace
 
-std::vector<TableRows> sampleOrders(SampleWords& words)
+std::vector<TableRows> sampleOrders(SampleWords& words, const TableRows& parts)
 {
     TableRows orders{u"Cliente"_s, {}};
     TableRows twins{u"PECAAPLICADA"_s, {}};
@@ -81,18 +113,19 @@ std::vector<TableRows> sampleOrders(SampleWords& words)
              delivered || words.below(2) == 0,
              false,
              u"Prateleira %1"_s.arg(1 + words.below(12))});
-        std::vector<Value> twin{code, person};
+        Row twin{code, person};
         if (delivered) {
-            const int part = 1 + words.below(200);
-            for (const QString& text : {SampleWords::code(part), job.part, u"1"_s, u"18,00"_s})
-                twin.push_back(text);
+            const Row part = partFor(job, parts, words);
+            twin.insert(twin.end(), {part[Code], part[Description], u"1"_s,
+                                     Format(part[Price], formats::Money)});
         }
         twins.rows.push_back(std::move(twin));
     }
-    for (int sale = 0; sale < 40; ++sale)
-        movements.rows.push_back(
-            {SampleWords::code(1 + words.below(200)),
-             jobs()[static_cast<std::size_t>(sale) % jobs().size()].part, 1 + words.below(4),
-             Value::Money{qint64(350 + 50 * words.below(60)) * 100}, firstDay.addDays(4 * sale)});
+    for (int sale = 0; sale < 40; ++sale) {
+        const Row& part = anyOf(parts.rows, words);
+        const int quantity = 1 + words.below(4);
+        movements.rows.push_back({part[Code], part[Description], quantity,
+                                  times(quantity, part[Price]), firstDay.addDays(4 * sale)});
+    }
     return {orders, twins, movements};
 }

@@ -15,7 +15,7 @@ public:
     QString person();
     QString street();
     QString district();
-    QString phone(); // "(11)3222-1234"
+    QString phone(); // "(19)3222-1234"
     QString mobile();
     QString cpf(); // bare digits
     QString cgc();

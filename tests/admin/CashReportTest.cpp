@@ -3,6 +3,7 @@
 #include "Form1principal.h"
 #include "Form1relatorio.h"
 #include "Funciones.h"
+#include "Printer.h"
 
 namespace {
 
@@ -215,6 +216,9 @@ TEST_F(CashReportTest, ExcluirEmptiesTheTableOnlyAfterYesAndLeavesTheListInView)
     expectBox(u"Erro ao imprimir"_s);
     click(report().Command2);
     EXPECT_EQ(documents(), 0);
+    Printer::instance().print(u"the next sheet"_s);
+    Printer::instance().EndDoc();
+    EXPECT_EQ(printed(), QStringList(u"0,0 8 the next sheet"_s));
 }
 
 TEST_F(CashReportTest, TheSharedCounterBoundsThePrintedLinesFromTheCurrentRowOn)

@@ -43,13 +43,14 @@ Value someAmount(std::mt19937& random)
 TEST(RunningSumTest, ShowsAtEachStepWhatTheTextsGive)
 {
     std::mt19937 random(20041205);
-    for (const QString* format : {&formats::Total, &formats::Count}) {
+    for (const RunningSum::Kind kind : {RunningSum::Total, RunningSum::Count}) {
+        const QString& format = kind == RunningSum::Total ? formats::Total : formats::Count;
         for (int run = 0; run < 200; ++run) {
-            QString expected = format == &formats::Total ? u"0,00"_s : u"0"_s;
-            RunningSum sum(expected, *format);
+            QString expected = kind == RunningSum::Total ? u"0,00"_s : u"0"_s;
+            RunningSum sum(expected, kind);
             for (int step = 0; step < 50; ++step) {
                 const Value amount = someAmount(random);
-                expected = told(expected, amount, *format);
+                expected = told(expected, amount, format);
                 sum = sum.plus(amount);
                 ASSERT_EQ(sum.text().toStdString(), expected.toStdString())
                     << "run " << run << " step " << step;
