@@ -11,7 +11,7 @@
 #include <array>
 #include <vector>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
 
 namespace {

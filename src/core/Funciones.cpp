@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace Funciones {
 namespace {

@@ -10,7 +10,7 @@
 
 #include <array>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
 
 // Enter in the grid is not bound: it picks nothing, only a click arms "&Abrir". Meant.

@@ -13,7 +13,7 @@
 
 #include <array>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
 
 namespace {

@@ -8,7 +8,7 @@
 #include "SheetHead.h"
 #include "Strings.h"
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
 
 namespace {

@@ -9,7 +9,7 @@
 #include "RuntimeError.h"
 #include "Strings.h"
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
 
 namespace {

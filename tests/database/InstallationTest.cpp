@@ -59,7 +59,9 @@ TEST_F(InstallationTest, ExamplesAreAsAShopWouldHaveThem)
               one(u"SELECT group_concat(NUMERO) FROM PECAAPLICADA"_s));
     for (const QString& none :
          {u"Cliente WHERE length(numero)<>7 OR numero GLOB '*[^0-9]*'"_s,
-          u"Cliente WHERE typeof(valor)<>'integer'"_s, u"MOVIMENTO WHERE quantidade IS NULL"_s})
+          u"Cliente WHERE typeof(valor)<>'integer'"_s, u"MOVIMENTO WHERE quantidade IS NULL"_s,
+          u"MOVIMENTO JOIN Pecas ON MOVIMENTO.codigo=Pecas.CODIGO "
+          "WHERE MOVIMENTO.descricao<>Pecas.DESCRICAO"_s})
         EXPECT_EQ(one(u"SELECT count(*) FROM "_s + none), u"0"_s);
     for (const QString& table : {u"FORNECEDOR"_s, u"DEFEITO"_s, u"PEDIDO"_s, u"MANUTENCAO"_s})
         EXPECT_GT(one(u"SELECT count(*) FROM "_s + table).toInt(), 0) << table.toStdString();
