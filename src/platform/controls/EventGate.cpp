@@ -9,11 +9,8 @@
 #include "RuntimeError.h"
 
 #include <QApplication>
-#include <QTextStream>
 
 #include <cstdio>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -31,22 +28,17 @@ GateState& state()
     return gateState;
 }
 
-QString message(const RuntimeError& error)
-{
-    return u"Erro nº "_s + QString::number(error.number()) + u'\n' + error.description();
-}
-
 void report(const Form& form, OnError onError, const RuntimeError& error)
 {
     switch (onError) {
     case OnError::Silent:
         return;
     case OnError::Box:
-        MsgBox(message(error), BoxButtons::Ok, BoxIcon::Critical, form.caption());
+        MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, form.caption());
         return;
     case OnError::End:
-        std::fprintf(stderr, "%s\n", qPrintable(message(error).replace(u'\n', u' ')));
-        MsgBox(message(error), BoxButtons::Ok, BoxIcon::Critical);
+        std::fprintf(stderr, "%s\n", qPrintable(error.text().replace(u'\n', u' ')));
+        MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical);
         endProgram(EndReason::Fault);
         return;
     }

@@ -84,3 +84,8 @@ RuntimeError::RuntimeError(int number, QString description)
       what_(QByteArray::number(number) + ": " + description_.toUtf8())
 {
 }
+
+QString RuntimeError::text() const
+{
+    return QStringLiteral("Erro nº ") + QString::number(number_) + u'\n' + description_;
+}

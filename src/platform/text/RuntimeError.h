@@ -10,7 +10,8 @@
 class RuntimeError : public std::exception
 {
 public:
-    enum Number {
+    enum Number
+    {
         InvalidCall = 5,
         Overflow = 6,
         SubscriptOutOfRange = 9,
@@ -61,6 +62,8 @@ public:
 
     int number() const { return number_; }
     const QString& description() const { return description_; }
+    // As the boxes show it: "Erro nº ", number, line break, description.
+    QString text() const;
     const char* what() const noexcept override { return what_.constData(); }
 
 private:
