@@ -128,6 +128,26 @@ TEST_F(ControlsTest, ChangeFiresInsideTheAssignmentAndOnlyForARealChange)
     EXPECT_EQ(sample().Text1(0).text(), u"12345678"_s) << "a limit set by the handler holds";
 }
 
+TEST_F(ControlsTest, TypingIntoAFullBoxTakesNothingFromItsEnd)
+{
+    sample().show();
+    auto* box = qobject_cast<QPlainTextEdit*>(sample().Text1(12).widget());
+    ASSERT_TRUE(box);
+    sample().Text1(12).setMaxLength(4);
+    sample().Text1(12).setText(u"12345"_s);
+    enter(sample().Text1(12));
+    sample().events.clear();
+    QTest::keyClicks(box, u"a"_s);
+    EXPECT_EQ(sample().Text1(12).text(), u"1234"_s);
+    EXPECT_EQ(sample().events, QStringList()) << "nothing changed";
+    QTest::keyClick(box, Qt::Key_Delete);
+    box->insertPlainText(u"abc"_s);
+    EXPECT_EQ(sample().Text1(12).text(), u"a234"_s);
+    EXPECT_EQ(box->textCursor().position(), 1);
+    box->undo();
+    EXPECT_EQ(sample().Text1(12).text(), u"234"_s);
+}
+
 TEST_F(ControlsTest, AnErrorInAnEventNeverReachesTheAssignmentThatFiredIt)
 {
     sample().load();
