@@ -57,6 +57,10 @@ public:
         Text1.onGotFocus([this](int Index) { call(u"Got%1"_s.arg(Index)); });
         Text1.onLostFocus([this](int Index) { call(u"Lost%1"_s.arg(Index)); });
         Command1.onClick([this] { call(u"Click"_s); });
+        Command1.onKeyPress([](int& KeyAscii) {
+            if (KeyAscii == 13)
+                SendKeys(u"{TAB}"_s);
+        });
         MSFlexGrid1.onClick([this] { call(u"Grid%1"_s.arg(MSFlexGrid1.Row())); });
         Text2.onChange([this] { call(u"Text2"_s); }, OnError::Silent);
     }
@@ -223,6 +227,10 @@ TEST_F(ControlsTest, KeysPassThroughKeyPress)
     EXPECT_TRUE(sample().Text1(3).widget()->hasFocus()) << "before the next key is looked at";
     QTest::keyClick(sample().Text1(12).widget(), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(sample().Text1(12).text(), u"\n"_s);
+    enter(sample().Command1);
+    sample().on[u"Click"_s] = [this] {
+        EXPECT_TRUE(sample().Command2(0).widget()->hasFocus()) << "a box opened here gets no Tab";
+    };
     press(sample().Command1, Qt::Key_Return);
     EXPECT_EQ(sample().events.back(), u"Click"_s);
     sample().Text1(3).setText(QString());

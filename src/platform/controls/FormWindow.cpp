@@ -240,9 +240,12 @@ bool FormWindow::keyPressed(Control& control, QWidget& widget, QKeyEvent& event)
     }
     if (!isEnter)
         return false;
-    if (auto* button = qobject_cast<QAbstractButton*>(&widget)) {
-        if (qobject_cast<QPushButton*>(button))
-            button->click();
+    if (qobject_cast<QAbstractButton*>(&widget)) {
+        const QPointer<QPushButton> pressed = qobject_cast<QPushButton*>(&widget);
+        // What the KeyPress sent comes first: a box that the click opens must not get it.
+        deliverSentKeys();
+        if (pressed && alive_)
+            pressed->click();
         return true;
     }
     // In a box of several lines Enter moves on, as the form says; Ctrl+Enter breaks the line.
