@@ -295,6 +295,23 @@ TEST_F(ControlsTest, FocusTakenBackInLostFocusWins)
     EXPECT_EQ(sample().events, (QStringList{u"Lost0"_s, u"Got0"_s}));
 }
 
+TEST_F(ControlsTest, AFormMayUnloadItselfWhenTheFocusOrAKeyComes)
+{
+    for (const bool byKey : {false, true}) {
+        sample().show();
+        enter(sample().Text1(0));
+        if (byKey)
+            sample().Command1.onKeyPress([this](int&) { sample().unload(); });
+        else
+            sample().on[u"Lost0"_s] = [this] { sample().unload(); };
+        sample().Command1.widget()->setFocus();
+        if (byKey)
+            press(sample().Command1, Qt::Key_Return);
+        EXPECT_FALSE(sample().isLoaded());
+        sample().on.clear();
+    }
+}
+
 TEST_F(ControlsTest, GridRowsFollowTheClassicArithmetic)
 {
     FlexGrid& grid = sample().MSFlexGrid1;
