@@ -86,7 +86,6 @@ private:
     std::vector<Control*> controls_;
     std::vector<ControlArrayBase*> arrays_;
     std::shared_ptr<FormWindow> window_; // present or last
-    bool loading_ = false;
     bool neverLoadsAgain_ = false;
     bool unloading_ = false;
 };
