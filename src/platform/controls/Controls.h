@@ -27,6 +27,13 @@ using KeyHandler = std::function<void(int& KeyAscii)>;
 using IndexHandler = std::function<void(int Index)>;
 using IndexKeyHandler = std::function<void(int Index, int& KeyAscii)>;
 
+// A handler and what becomes of an error that leaves it.
+template <class F> struct Bound
+{
+    F handler;
+    OnError onError = OnError::Box;
+};
+
 class Control
 {
 public:
@@ -39,8 +46,8 @@ public:
     int index() const { return index_; }
     Form& form() const { return *form_; }
 
-    bool enabled() const;
-    void setEnabled(bool enabled);
+    virtual bool enabled() const;
+    virtual void setEnabled(bool enabled);
     // What the control itself says, whether or not its form is on show.
     bool visible() const;
     void setVisible(bool visible);
@@ -68,12 +75,9 @@ protected:
     // Connects the widget's signals when a window is made.
     virtual void attach(FormWindow& window, QWidget* widget);
 
-    template <class F> struct Bound
-    {
-        F handler;
-        OnError onError = OnError::Box;
-    };
     void fire(const Bound<Handler>& event);
+    // For a signal of the window's widget: fires while the window is in use.
+    Handler firing(const FormWindow& window, const Bound<Handler>& event);
     // The code to use; 0 swallows the key.
     int fireKeyPress(int keyAscii);
 
@@ -134,9 +138,6 @@ public:
     using Control::Control;
     QString caption() const;
     void setCaption(const QString& caption);
-
-protected:
-    void attach(FormWindow& window, QWidget* widget) override;
 };
 
 // QGroupBox or QFrame.
@@ -218,8 +219,11 @@ class Menu : public Control
 public:
     using Control::Control;
     QString caption() const;
-    bool menuEnabled() const;
-    void setMenuEnabled(bool enabled);
+    bool enabled() const override;
+    void setEnabled(bool enabled) override;
+    // An entry is no widget and always stands in its menu.
+    bool visible() const = delete;
+    void setVisible(bool visible) = delete;
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
@@ -289,11 +293,6 @@ protected:
 
 private:
     void bindMember(Control& member, int index);
-    template <class F> struct Bound
-    {
-        F handler;
-        OnError onError = OnError::Box;
-    };
     Bound<IndexHandler> click_, change_, gotFocus_, lostFocus_;
     Bound<IndexKeyHandler> keyPress_;
 };

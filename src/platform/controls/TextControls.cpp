@@ -146,10 +146,7 @@ void TextBox::attach(FormWindow& window, QWidget* widget)
 {
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         showLocked(*line, line->isReadOnly());
-        QObject::connect(line, &QLineEdit::textChanged, &window, [this, &window] {
-            if (window.alive())
-                fire(change_);
-        });
+        QObject::connect(line, &QLineEdit::textChanged, &window, firing(window, change_));
     } else if (auto* several = qobject_cast<QPlainTextEdit*>(widget)) {
         several->setTabChangesFocus(true);
         showLocked(*several, several->isReadOnly());
@@ -217,8 +214,5 @@ QString MaskEdBox::clipText() const
 void MaskEdBox::attach(FormWindow& window, QWidget* widget)
 {
     if (auto* line = qobject_cast<QLineEdit*>(widget))
-        QObject::connect(line, &QLineEdit::textChanged, &window, [this, &window] {
-            if (window.alive())
-                fire(change_);
-        });
+        QObject::connect(line, &QLineEdit::textChanged, &window, firing(window, change_));
 }
