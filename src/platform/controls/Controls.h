@@ -171,7 +171,8 @@ protected:
     void attach(FormWindow& window, QWidget* widget) override;
 };
 
-// QComboBox, editable. Click fires when an entry is chosen, Change when the text changes otherwise.
+// QComboBox, editable. Click fires when an entry is chosen, Change when the text changes, by a
+// choice as well.
 class ComboBox : public Control
 {
 public:
@@ -181,6 +182,7 @@ public:
     int listCount() const;
     QString list(int index) const;
     int listIndex() const;
+    // Error 380 outside -1..ListCount - 1; -1 is no entry.
     void setListIndex(int index);
     // Error 5 for an index outside 0..ListCount.
     void AddItem(const QString& text, int index);
@@ -242,6 +244,7 @@ public:
     // Row to 1.
     void setRows(int rows);
     int Cols() const;
+    // Error 30010 below 1.
     void setCols(int cols);
     int Row() const;
     // Error 30009 outside.
@@ -249,14 +252,16 @@ public:
     // Error 381 outside.
     QString TextMatrix(int row, int col) const;
     void setTextMatrix(int row, int col, const QString& text);
-    // Twips, 15 to a pixel at 96 dpi.
+    // Twips of the drawn form, 15 to a pixel; on the screen they grow with the font in use. -1 is
+    // the default of 960, below is error 30014.
     void setColWidth(int col, int twips);
 
     // Fills the last row and adds an empty one behind it, as long as next() gives the row's cells;
     // the same as setTextMatrix and setRows row by row, for long lists.
     void fillRows(const std::function<bool(GridRow& row)>& next);
     // Rows of text computed when they are looked at, standing behind the heading; any change of a
-    // cell or of Rows makes them plain rows. For long lists that nobody sees.
+    // cell or of Rows makes them plain rows. For long lists that nobody sees. The views call cell()
+    // while they paint, too, outside the gate: it must not throw.
     void setLazyRows(int count, std::function<QString(int row, int col)> cell);
 
 protected:
