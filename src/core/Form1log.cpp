@@ -52,7 +52,7 @@ void applyLevels()
         for (const int index : level.buttons)
             window.Command1(index).setEnabled(granted);
         for (const auto menu : level.menus)
-            (window.*menu).setMenuEnabled(granted);
+            (window.*menu).setEnabled(granted);
         for (const int index : level.frames)
             window.Frame2(index).setEnabled(granted);
     }

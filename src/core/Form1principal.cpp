@@ -237,7 +237,7 @@ void Form1principal::logOut()
     Label1(12).setCaption(u"Validar Usuario"_s);
     for (Menu* entry : {&mnucliente, &mnubuscacli, &mnufornecedor, &mnubuscafor, &mnupecacess,
                         &mnupec, &mnupecas, &mnumanutencao, &mnuconfigura, &mnurelatorio})
-        entry->setMenuEnabled(false);
+        entry->setEnabled(false);
     for (const int index : {0, 1, 2})
         Frame2(index).setEnabled(false);
     setCaption(LegendaPrincipal());

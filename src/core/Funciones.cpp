@@ -52,9 +52,9 @@ void limitMainWindow()
     Form1principal& window = principal();
     setEnabled(window.Command1, 0, 11, false);
     setEnabled(window.Command1, {6, 7}, true);
-    window.mnucadastro.setMenuEnabled(false);
-    window.mnupedido.setMenuEnabled(false);
-    window.mnubackup.setMenuEnabled(false);
+    window.mnucadastro.setEnabled(false);
+    window.mnupedido.setEnabled(false);
+    window.mnubackup.setEnabled(false);
 }
 
 QString passCharacters(int keyAscii, QStringView characters)

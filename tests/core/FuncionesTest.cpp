@@ -98,17 +98,17 @@ TEST_F(Funcoes, FailedOpeningLeavesConfigurationAndExit)
         setEnabled(principal().Command1, 0, 15, true);
         for (Menu* entry :
              {&principal().mnucadastro, &principal().mnupedido, &principal().mnubackup})
-            entry->setMenuEnabled(true);
+            entry->setEnabled(true);
         expectConnectionBox(path);
         expectAdvice();
 
         AbreBanco();
 
         EXPECT_EQ(enabledOf(principal().Command1), u"6 7 12 13 14 15"_s);
-        EXPECT_FALSE(principal().mnucadastro.menuEnabled());
-        EXPECT_FALSE(principal().mnupedido.menuEnabled());
-        EXPECT_FALSE(principal().mnubackup.menuEnabled());
-        EXPECT_TRUE(principal().mnusistema.menuEnabled());
+        EXPECT_FALSE(principal().mnucadastro.enabled());
+        EXPECT_FALSE(principal().mnupedido.enabled());
+        EXPECT_FALSE(principal().mnubackup.enabled());
+        EXPECT_TRUE(principal().mnusistema.enabled());
         // The caller goes on, and its own opening is what fails.
         EXPECT_EQ(errorOf([] {
                       Tabela1->Open(u"SELECT * FROM Pecas"_s, Conexao1.shared(), CursorType::Static,

@@ -72,7 +72,7 @@ protected:
               &principal().mnubuscacli, &principal().mnubuscafor, &principal().mnupec,
               &principal().mnupecas, &principal().mnumanutencao, &principal().mnuconfigura,
               &principal().mnurelatorio})
-            if (entry->menuEnabled())
+            if (entry->enabled())
                 names << entry->name();
         return names.join(u' ');
     }

@@ -120,7 +120,7 @@ TEST_F(Principal, ButtonsTellThatTheyWorkAndEntriesDoNot)
     principal().show();
     const QString idle = principal().StatusBar1.panel(2);
     principal().Command1(0).setEnabled(true);
-    principal().mnucliente.setMenuEnabled(true);
+    principal().mnucliente.setEnabled(true);
     click(principal().mnucliente);
     click(principal().Command1(0));
     EXPECT_EQ(notes_.join(u", "_s), u"load %1, unload Form1Cli, load Aguarde processando, "

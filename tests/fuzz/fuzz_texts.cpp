@@ -60,25 +60,14 @@ void search(const QString& patternText, const QString& text)
     }
 }
 
-int sign(int number)
+void order(const QString& text)
 {
-    return (number > 0) - (number < 0);
-}
-
-void order(const QString& left, const QString& right)
-{
-    const int way = sign(compareByOrder(left, right));
-
-    require(sign(sortKey(left).compare(sortKey(right))) == way, "the keys tell the order");
-    require(sign(compareByOrder(right, left)) == -way, "the order has one direction");
-    require(sortKey(folded(left)) == sortKey(left), "case does not count");
-    require(sortKey(left.normalized(QString::NormalizationForm_D)) ==
-                sortKey(left.normalized(QString::NormalizationForm_C)),
+    require(sortKey(folded(text)) == sortKey(text), "case does not count");
+    require(sortKey(text.normalized(QString::NormalizationForm_D)) ==
+                sortKey(text.normalized(QString::NormalizationForm_C)),
             "how an accent is composed does not count");
-    require(folded(left).size() == left.size(), "folding keeps the length");
-    require(folded(folded(left)) == folded(left), "folding twice is folding once");
-    if (left != right && folded(left) == folded(right))
-        require(way == 0, "texts that differ only in case stand together");
+    require(folded(text).size() == text.size(), "folding keeps the length");
+    require(folded(folded(text)) == folded(text), "folding twice is folding once");
 }
 
 } // namespace
@@ -87,6 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const FuzzInput input(data, size);
     search(input.head, input.rest);
-    order(input.head, input.rest);
+    order(input.head);
+    order(input.rest);
     return 0;
 }

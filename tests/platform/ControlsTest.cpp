@@ -57,6 +57,10 @@ public:
         Text1.onGotFocus([this](int Index) { call(u"Got%1"_s.arg(Index)); });
         Text1.onLostFocus([this](int Index) { call(u"Lost%1"_s.arg(Index)); });
         Command1.onClick([this] { call(u"Click"_s); });
+        Command1.onKeyPress([](int& KeyAscii) {
+            if (KeyAscii == 13)
+                SendKeys(u"{TAB}"_s);
+        });
         MSFlexGrid1.onClick([this] { call(u"Grid%1"_s.arg(MSFlexGrid1.Row())); });
         Text2.onChange([this] { call(u"Text2"_s); }, OnError::Silent);
     }
@@ -126,6 +130,26 @@ TEST_F(ControlsTest, ChangeFiresInsideTheAssignmentAndOnlyForARealChange)
     sample().on.erase(u"Change0"_s);
     sample().Text1(0).setText(u"12345678"_s);
     EXPECT_EQ(sample().Text1(0).text(), u"12345678"_s) << "a limit set by the handler holds";
+}
+
+TEST_F(ControlsTest, TypingIntoAFullBoxTakesNothingFromItsEnd)
+{
+    sample().show();
+    auto* box = qobject_cast<QPlainTextEdit*>(sample().Text1(12).widget());
+    ASSERT_TRUE(box);
+    sample().Text1(12).setMaxLength(4);
+    sample().Text1(12).setText(u"12345"_s);
+    enter(sample().Text1(12));
+    sample().events.clear();
+    QTest::keyClicks(box, u"a"_s);
+    EXPECT_EQ(sample().Text1(12).text(), u"1234"_s);
+    EXPECT_EQ(sample().events, QStringList()) << "nothing changed";
+    QTest::keyClick(box, Qt::Key_Delete);
+    box->insertPlainText(u"abc"_s);
+    EXPECT_EQ(sample().Text1(12).text(), u"a234"_s);
+    EXPECT_EQ(box->textCursor().position(), 1);
+    box->undo();
+    EXPECT_EQ(sample().Text1(12).text(), u"234"_s);
 }
 
 TEST_F(ControlsTest, AnErrorInAnEventNeverReachesTheAssignmentThatFiredIt)
@@ -203,6 +227,10 @@ TEST_F(ControlsTest, KeysPassThroughKeyPress)
     EXPECT_TRUE(sample().Text1(3).widget()->hasFocus()) << "before the next key is looked at";
     QTest::keyClick(sample().Text1(12).widget(), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(sample().Text1(12).text(), u"\n"_s);
+    enter(sample().Command1);
+    sample().on[u"Click"_s] = [this] {
+        EXPECT_TRUE(sample().Command2(0).widget()->hasFocus()) << "a box opened here gets no Tab";
+    };
     press(sample().Command1, Qt::Key_Return);
     EXPECT_EQ(sample().events.back(), u"Click"_s);
     sample().Text1(3).setText(QString());
@@ -265,6 +293,23 @@ TEST_F(ControlsTest, FocusTakenBackInLostFocusWins)
     enter(sample().Text1(3));
     EXPECT_TRUE(sample().Text1(0).widget()->hasFocus());
     EXPECT_EQ(sample().events, (QStringList{u"Lost0"_s, u"Got0"_s}));
+}
+
+TEST_F(ControlsTest, AFormMayUnloadItselfWhenTheFocusOrAKeyComes)
+{
+    for (const bool byKey : {false, true}) {
+        sample().show();
+        enter(sample().Text1(0));
+        if (byKey)
+            sample().Command1.onKeyPress([this](int&) { sample().unload(); });
+        else
+            sample().on[u"Lost0"_s] = [this] { sample().unload(); };
+        sample().Command1.widget()->setFocus();
+        if (byKey)
+            press(sample().Command1, Qt::Key_Return);
+        EXPECT_FALSE(sample().isLoaded());
+        sample().on.clear();
+    }
 }
 
 TEST_F(ControlsTest, GridRowsFollowTheClassicArithmetic)

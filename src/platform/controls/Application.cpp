@@ -151,10 +151,3 @@ void deliverSentKeys()
         sendTab();
     }
 }
-
-void DoEvents()
-{
-    gate::NestedLoop nested;
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-}

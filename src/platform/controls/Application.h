@@ -31,9 +31,6 @@ bool applicationRuns();
 // Puts the key into the queue: it acts after the running handler, on what has the focus then.
 // "{TAB}" is the one key that the system sends.
 void SendKeys(const QString& keys);
-// Sends what stands in that queue. The windows call it when a key's handlers are through, so that a key
-// typed behind Enter reaches the next box, however fast it came.
+// Sends what stands in that queue. The windows call it when a key's handlers are through, so that a
+// key typed behind Enter reaches the next box, however fast it came.
 void deliverSentKeys();
-
-// Runs all queued events and keys, then returns.
-void DoEvents();

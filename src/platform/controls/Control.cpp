@@ -117,6 +117,14 @@ void Control::fire(const Bound<Handler>& event)
         gate::run(*form_, event.onError, event.handler);
 }
 
+Handler Control::firing(const FormWindow& window, const Bound<Handler>& event)
+{
+    return [this, &window, &event] {
+        if (window.alive())
+            fire(event);
+    };
+}
+
 int Control::fireKeyPress(int keyAscii)
 {
     if (keyPress_.handler)

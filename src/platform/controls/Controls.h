@@ -27,6 +27,13 @@ using KeyHandler = std::function<void(int& KeyAscii)>;
 using IndexHandler = std::function<void(int Index)>;
 using IndexKeyHandler = std::function<void(int Index, int& KeyAscii)>;
 
+// A handler and what becomes of an error that leaves it.
+template <class F> struct Bound
+{
+    F handler;
+    OnError onError = OnError::Box;
+};
+
 class Control
 {
 public:
@@ -39,8 +46,8 @@ public:
     int index() const { return index_; }
     Form& form() const { return *form_; }
 
-    bool enabled() const;
-    void setEnabled(bool enabled);
+    virtual bool enabled() const;
+    virtual void setEnabled(bool enabled);
     // What the control itself says, whether or not its form is on show.
     bool visible() const;
     void setVisible(bool visible);
@@ -68,12 +75,9 @@ protected:
     // Connects the widget's signals when a window is made.
     virtual void attach(FormWindow& window, QWidget* widget);
 
-    template <class F> struct Bound
-    {
-        F handler;
-        OnError onError = OnError::Box;
-    };
     void fire(const Bound<Handler>& event);
+    // For a signal of the window's widget: fires while the window is in use.
+    Handler firing(const FormWindow& window, const Bound<Handler>& event);
     // The code to use; 0 swallows the key.
     int fireKeyPress(int keyAscii);
 
@@ -134,9 +138,6 @@ public:
     using Control::Control;
     QString caption() const;
     void setCaption(const QString& caption);
-
-protected:
-    void attach(FormWindow& window, QWidget* widget) override;
 };
 
 // QGroupBox or QFrame.
@@ -170,7 +171,8 @@ protected:
     void attach(FormWindow& window, QWidget* widget) override;
 };
 
-// QComboBox, editable. Click fires when an entry is chosen, Change when the text changes otherwise.
+// QComboBox, editable. Click fires when an entry is chosen, Change when the text changes, by a
+// choice as well.
 class ComboBox : public Control
 {
 public:
@@ -180,6 +182,7 @@ public:
     int listCount() const;
     QString list(int index) const;
     int listIndex() const;
+    // Error 380 outside -1..ListCount - 1; -1 is no entry.
     void setListIndex(int index);
     // Error 5 for an index outside 0..ListCount.
     void AddItem(const QString& text, int index);
@@ -218,8 +221,11 @@ class Menu : public Control
 public:
     using Control::Control;
     QString caption() const;
-    bool menuEnabled() const;
-    void setMenuEnabled(bool enabled);
+    bool enabled() const override;
+    void setEnabled(bool enabled) override;
+    // An entry is no widget and always stands in its menu.
+    bool visible() const = delete;
+    void setVisible(bool visible) = delete;
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
@@ -238,6 +244,7 @@ public:
     // Row to 1.
     void setRows(int rows);
     int Cols() const;
+    // Error 30010 below 1.
     void setCols(int cols);
     int Row() const;
     // Error 30009 outside.
@@ -245,14 +252,16 @@ public:
     // Error 381 outside.
     QString TextMatrix(int row, int col) const;
     void setTextMatrix(int row, int col, const QString& text);
-    // Twips, 15 to a pixel at 96 dpi.
+    // Twips of the drawn form, 15 to a pixel; on the screen they grow with the font in use. -1 is
+    // the default of 960, below is error 30014.
     void setColWidth(int col, int twips);
 
     // Fills the last row and adds an empty one behind it, as long as next() gives the row's cells;
     // the same as setTextMatrix and setRows row by row, for long lists.
     void fillRows(const std::function<bool(GridRow& row)>& next);
     // Rows of text computed when they are looked at, standing behind the heading; any change of a
-    // cell or of Rows makes them plain rows. For long lists that nobody sees.
+    // cell or of Rows makes them plain rows. For long lists that nobody sees. The views call cell()
+    // while they paint, too, outside the gate: it must not throw.
     void setLazyRows(int count, std::function<QString(int row, int col)> cell);
 
 protected:
@@ -289,11 +298,6 @@ protected:
 
 private:
     void bindMember(Control& member, int index);
-    template <class F> struct Bound
-    {
-        F handler;
-        OnError onError = OnError::Box;
-    };
     Bound<IndexHandler> click_, change_, gotFocus_, lostFocus_;
     Bound<IndexKeyHandler> keyPress_;
 };

@@ -22,8 +22,8 @@ void run(Form& form, OnError onError, const std::function<void()>& handler);
 // a handler included.
 bool inEvent();
 
-// Event loops that handlers run just now, one inside the other: what belongs to an event is told by
-// it from what belongs to the events of a loop that the event runs.
+// How many nested event loops are running. An edit or a failure belongs to the level at which it
+// arose.
 int nestedLoops();
 
 // The moments at which writes become durable. The database hooks in; forms know nothing of it.

@@ -23,6 +23,50 @@ void checkCell(const GridModel& model, int row, int col)
         throw RuntimeError(RuntimeError::InvalidPropertyIndex);
 }
 
+GridModel* makeModel(QTableView& view)
+{
+    auto* model = new GridModel(&view);
+    std::vector<int> numberColumns;
+    const QString numbers = view.property("numberColumns").toString();
+    for (const QString& column : numbers.split(u',', Qt::SkipEmptyParts))
+        numberColumns.push_back(column.toInt());
+    model->setNumberColumns(std::move(numberColumns));
+    const int columns = view.property("cols").toInt();
+    if (columns > 0)
+        model->setCols(columns);
+    model->publish();
+    return model;
+}
+
+void setLook(QTableView& view)
+{
+    view.setSelectionBehavior(QAbstractItemView::SelectRows);
+    view.setSelectionMode(QAbstractItemView::SingleSelection);
+    view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view.setAlternatingRowColors(true);
+    view.setTabKeyNavigation(false);
+    view.setWordWrap(false);
+    view.setShowGrid(false);
+    QSizePolicy policy = view.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    view.setSizePolicy(policy);
+    view.verticalHeader()->hide();
+    view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    view.verticalHeader()->setDefaultSectionSize(view.fontMetrics().height() + 6);
+    view.horizontalHeader()->setSectionsClickable(true);
+    view.horizontalHeader()->setHighlightSections(false);
+    view.horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+}
+
+void showCurrentRow(QTableView& view, const GridModel& model)
+{
+    const QSignalBlocker quiet(view.selectionModel());
+    const int row = model.currentRow() - 1;
+    // A row without text is not lit: nothing stands there to be picked.
+    if (row >= 0 && row < model.rowCount() && !model.isEmptyRow(row + 1))
+        view.selectRow(row);
+}
+
 } // namespace
 
 int FlexGrid::Rows() const
@@ -120,56 +164,20 @@ void FlexGrid::attach(FormWindow& window, QWidget* widget)
     auto* view = qobject_cast<QTableView*>(widget);
     if (!view)
         return;
-    auto* model = new GridModel(view);
-    const QString numbers = view->property("numberColumns").toString();
-    std::vector<int> numberColumns;
-    for (const QString& column : numbers.split(u',', Qt::SkipEmptyParts))
-        numberColumns.push_back(column.toInt());
-    model->setNumberColumns(std::move(numberColumns));
-    const int columns = view->property("cols").toInt();
-    if (columns > 0)
-        model->setCols(columns);
-    model->publish();
+    GridModel* model = makeModel(*view);
     view->setModel(model);
-    view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    view->setSelectionMode(QAbstractItemView::SingleSelection);
-    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    view->setAlternatingRowColors(true);
-    view->setTabKeyNavigation(false);
-    view->setWordWrap(false);
-    view->setShowGrid(false);
-    QSizePolicy policy = view->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    view->setSizePolicy(policy);
-    view->verticalHeader()->hide();
-    view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
-    view->horizontalHeader()->setSectionsClickable(true);
-    view->horizontalHeader()->setHighlightSections(false);
-    view->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    setLook(*view);
 
-    const auto showRow = [view, model] {
-        const QSignalBlocker quiet(view->selectionModel());
-        const int row = model->currentRow() - 1;
-        // A row without text is not lit: nothing stands there to be picked.
-        if (row >= 0 && row < model->rowCount() && !model->isEmptyRow(row + 1))
-            view->selectRow(row);
-    };
-    QObject::connect(model, &GridModel::published, view, showRow);
+    QObject::connect(model, &GridModel::published, view,
+                     [view, model] { showCurrentRow(*view, *model); });
     QObject::connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, &window,
                      [model, &window](const QModelIndex& current) {
                          if (window.alive() && current.isValid() &&
                              current.row() + 1 < model->rows())
                              model->noteCurrentRow(current.row() + 1);
                      });
-    QObject::connect(view, &QTableView::clicked, &window, [this, &window] {
-        if (window.alive())
-            fire(click_);
-    });
-    QObject::connect(view, &QTableView::doubleClicked, &window, [this, &window] {
-        if (window.alive())
-            fire(dblClick_);
-    });
+    QObject::connect(view, &QTableView::clicked, &window, firing(window, click_));
+    QObject::connect(view, &QTableView::doubleClicked, &window, firing(window, dblClick_));
     // A click on the heading selects the column, and Row is then the first row of data.
     QObject::connect(view->horizontalHeader(), &QHeaderView::sectionClicked, &window,
                      [this, model, &window] {

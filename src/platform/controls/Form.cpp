@@ -42,8 +42,8 @@ QWidget* windowInUse()
     return seen == forms.rend() ? nullptr : (*seen)->window();
 }
 
-// A second form opens over the one in use, whole on its screen.
-void placeOver(QWidget& window, const QWidget& below)
+// Over the one in use, whole on its screen.
+void centerOver(QWidget& window, const QWidget& below)
 {
     if (!below.isVisible())
         return;
@@ -53,6 +53,39 @@ void placeOver(QWidget& window, const QWidget& below)
     place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
     place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
     window.move(place.topLeft());
+}
+
+// Size, frame and place of a window that is about to be shown.
+void place(QWidget& window, ShowStyle style)
+{
+    const QWidget* below = windowInUse();
+    window.adjustSize();
+    window.setWindowModality(style == ShowStyle::Modal ? Qt::ApplicationModal : Qt::NonModal);
+    // What others wait for cannot be put away: it has no minimise button.
+    if (style == ShowStyle::Modal || below)
+        window.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                              Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
+                              Qt::WindowCloseButtonHint);
+    if (!below)
+        return;
+    centerOver(window, *below);
+    // It stays above the form that it was opened from.
+    window.winId();
+    window.windowHandle()->setTransientParent(below->window()->windowHandle());
+}
+
+// To the first control that Tab reaches.
+void focusFirst(QWidget& window)
+{
+    const auto takesTab = [&window](const QWidget& widget) {
+        return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && !widget.isHidden() &&
+               widget.isVisibleTo(&window);
+    };
+    QWidget* first = window.nextInFocusChain();
+    while (first != &window && !takesTab(*first))
+        first = first->nextInFocusChain();
+    if (first != &window)
+        first->setFocus(Qt::TabFocusReason);
 }
 
 } // namespace
@@ -164,36 +197,15 @@ void Form::show(ShowStyle style)
         return;
     const std::shared_ptr<FormWindow> shown = window_;
     QWidget& window = *shown->widget();
-    const bool again = window.isVisible();
-    if (!again) {
-        const QWidget* below = windowInUse();
-        window.adjustSize();
-        window.setWindowModality(style == ShowStyle::Modal ? Qt::ApplicationModal : Qt::NonModal);
-        // What others wait for cannot be put away.
-        if (style == ShowStyle::Modal || below)
-            window.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                                  Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
-                                  Qt::WindowCloseButtonHint);
-        if (below) {
-            placeOver(window, *below);
-            // It stays above the form that it was opened from.
-            window.winId();
-            window.windowHandle()->setTransientParent(below->window()->windowHandle());
-        }
-    }
+    if (!window.isVisible())
+        place(window, style);
     if (style == ShowStyle::Modal)
         modalForms().push_back(this);
     window.show();
     window.raise();
     window.activateWindow();
-    if (!window.focusWidget()) {
-        QWidget* first = window.nextInFocusChain();
-        while (first != &window && !((first->focusPolicy() & Qt::TabFocus) && first->isEnabled() &&
-                                     !first->isHidden() && first->isVisibleTo(&window)))
-            first = first->nextInFocusChain();
-        if (first != &window)
-            first->setFocus(Qt::TabFocusReason);
-    }
+    if (!window.focusWidget())
+        focusFirst(window);
     if (style == ShowStyle::Modeless)
         return;
     const gate::NestedLoop nested;

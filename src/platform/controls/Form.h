@@ -59,7 +59,8 @@ public:
     void focusLeft();
 
     // The window that the running code means: the one of the handler in progress, else the present
-    // one, loading the form where it has none. Null only while no window was ever made.
+    // one, loading the form where it has none. Null only while no window was ever made, and after a
+    // load that failed.
     FormWindow* activeWindow() const;
 
 protected:
@@ -86,7 +87,6 @@ private:
     std::vector<Control*> controls_;
     std::vector<ControlArrayBase*> arrays_;
     std::shared_ptr<FormWindow> window_; // present or last
-    bool loading_ = false;
     bool neverLoadsAgain_ = false;
     bool unloading_ = false;
 };

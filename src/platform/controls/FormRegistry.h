@@ -20,7 +20,7 @@ public:
     // Nothing where the form was never created or is not loaded.
     void unload(const QString& name);
     std::vector<Form*> loadedForms() const;
-    // Forgets all forms, for tests.
+    // Destroys all forms and forgets their makers: when the program ends, and between tests.
     void clear();
 
 private:

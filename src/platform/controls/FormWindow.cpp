@@ -85,6 +85,15 @@ private:
     quint64 when_ = 0;
 };
 
+// A button held down by Enter or Space is pressed once.
+bool pressesAgain(const QWidget& widget, const QKeyEvent& key)
+{
+    const bool presses =
+        key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Space;
+    return presses && qobject_cast<const QAbstractButton*>(&widget) &&
+           HeldKeys::instance().isHeld(key);
+}
+
 // Where several buttons share an access key, it goes round among those that are alive.
 QAbstractButton* nextOfKey(const QWidget& window, const QKeySequence& key)
 {
@@ -112,26 +121,35 @@ class FocusWatch : public QObject
 public:
     FocusWatch() : QObject(qApp)
     {
-        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-            FormWindow* window = windowOf(now);
-            if (!window || !window->alive() || QApplication::activePopupWidget())
-                return;
-            const QWidget* modal = QApplication::activeModalWidget();
-            if (modal && modal != window->widget())
-                return; // a window behind a modal one takes no input
-            if (active_ != window) {
-                const QPointer<FormWindow> former = active_;
-                active_ = window;
-                if (former && former->alive())
-                    former->form().focusLeft();
-                if (window->alive())
-                    window->form().focusArrived();
-            }
-            window->focusMoved(now);
-        });
+        connect(qApp, &QApplication::focusChanged, this,
+                [this](QWidget*, QWidget* now) { focusWent(now); });
     }
 
 private:
+    void focusWent(QWidget* now)
+    {
+        FormWindow* window = windowOf(now);
+        if (!window || !window->alive() || QApplication::activePopupWidget())
+            return;
+        const QWidget* modal = QApplication::activeModalWidget();
+        if (modal && modal != window->widget())
+            return; // a window behind a modal one takes no input
+        const std::shared_ptr<FormWindow> held = window->weak_from_this().lock();
+        if (active_ != window)
+            formChanged(*window);
+        window->focusMoved(now);
+    }
+
+    void formChanged(FormWindow& window)
+    {
+        const QPointer<FormWindow> former = active_;
+        active_ = &window;
+        if (former && former->alive())
+            former->form().focusLeft();
+        if (window.alive())
+            window.form().focusArrived();
+    }
+
     QPointer<FormWindow> active_;
 };
 
@@ -144,13 +162,10 @@ void watchFocus()
 
 } // namespace
 
+// A child of the widget, found again from any widget of the window; but never owned by it.
 FormWindow::FormWindow(Form& form, std::unique_ptr<QWidget> widget)
     : QObject(widget.get()), form_(form), widget_(std::move(widget))
 {
-    setParent(nullptr);
-    // Found again from any widget of the window.
-    auto* anchor = this;
-    anchor->setParent(widget_.get());
     widget_->installEventFilter(this);
     watchFocus();
     HeldKeys::instance();
@@ -240,9 +255,12 @@ bool FormWindow::keyPressed(Control& control, QWidget& widget, QKeyEvent& event)
     }
     if (!isEnter)
         return false;
-    if (auto* button = qobject_cast<QAbstractButton*>(&widget)) {
-        if (qobject_cast<QPushButton*>(button))
-            button->click();
+    if (qobject_cast<QAbstractButton*>(&widget)) {
+        const QPointer<QPushButton> pressed = qobject_cast<QPushButton*>(&widget);
+        // What the KeyPress sent comes first: a box that the click opens must not get it.
+        deliverSentKeys();
+        if (pressed && alive_)
+            pressed->click();
         return true;
     }
     // In a box of several lines Enter moves on, as the form says; Ctrl+Enter breaks the line.
@@ -275,86 +293,103 @@ bool FormWindow::composedTextArrived(QObject* watched, QInputMethodEvent& event)
     return true;
 }
 
+void FormWindow::frameClosed(QEvent& event)
+{
+    event.ignore();
+    gate::run(form_, OnError::Box, [this] { form_.unload(); });
+}
+
+// The key of an enabled menu entry wins over a text box's own use of it.
+bool FormWindow::claimsKey(QKeyEvent& key) const
+{
+    if (isAccessKey(key) && HeldKeys::instance().isHeld(key)) {
+        key.accept(); // it pressed its button once already
+        return true;
+    }
+    const QKeySequence pressed(key.keyCombination());
+    for (const QAction* action : widget_->findChildren<QAction*>())
+        if (action->isEnabled() && action->shortcut() == pressed && !pressed.isEmpty()) {
+            key.ignore();
+            return true;
+        }
+    return false;
+}
+
+// An access key moves the focus before it presses, so that the box left can still object.
+bool FormWindow::accessKeyPressed(QAbstractButton& button, const QShortcutEvent& event)
+{
+    if (event.isAmbiguous()) {
+        if (QAbstractButton* next = nextOfKey(*widget_, button.shortcut()))
+            next->setFocus(Qt::ShortcutFocusReason);
+        return true;
+    }
+    button.setFocus(Qt::ShortcutFocusReason);
+    if (!alive_ || widget_->focusWidget() != &button)
+        return true;
+    // Pressed at once: the next key of a quick typist belongs to what the button opens.
+    if (!qobject_cast<QPushButton*>(&button))
+        return false;
+    button.click();
+    return true;
+}
+
+// The toolkit has moved the focus already; a box that took it back swallows the click.
+bool FormWindow::swallowsClick(const QAbstractButton& button) const
+{
+    return (button.focusPolicy() & Qt::ClickFocus) && widget_->focusWidget() != &button;
+}
+
+bool FormWindow::keyArrived(QObject* watched, QKeyEvent& key)
+{
+    Control* control = controlOf(watched);
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (!control || !widget || replacingKey_)
+        return false;
+    // An access key that no button has now types nothing.
+    if (isAccessKey(key) || pressesAgain(*widget, key))
+        return true;
+    const bool used = keyPressed(*control, *widget, key);
+    if (used)
+        deliverSentKeys();
+    return used;
+}
+
+void FormWindow::mouseReleased(const QObject& watched, const QMouseEvent& mouse)
+{
+    const auto* view = qobject_cast<QTableView*>(watched.parent());
+    if (!view || view->viewport() != &watched ||
+        view->indexAt(mouse.position().toPoint()).isValid())
+        return;
+    // A click beside all rows is a click on the grid, too.
+    if (Control* control = controlOf(&watched))
+        control->fire(control->click_);
+}
+
 bool FormWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (!alive_)
         return event->type() == QEvent::KeyPress || event->type() == QEvent::Close;
+    // A handler may unload the form.
+    const std::shared_ptr<FormWindow> held = weak_from_this().lock();
+    auto* button = qobject_cast<QAbstractButton*>(watched);
     switch (event->type()) {
     case QEvent::Close:
         if (watched != widget_.get())
             return false;
-        event->ignore();
-        gate::run(form_, OnError::Box, [this] { form_.unload(); });
+        frameClosed(*event);
         return true;
-    case QEvent::ShortcutOverride: {
-        // The key of an enabled menu entry wins over a text box's own use of it.
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (isAccessKey(*key) && HeldKeys::instance().isHeld(*key)) {
-            event->accept(); // it pressed its button once already
-            return true;
-        }
-        const QKeySequence pressed(key->keyCombination());
-        for (const QAction* action : widget_->findChildren<QAction*>())
-            if (action->isEnabled() && action->shortcut() == pressed && !pressed.isEmpty()) {
-                event->ignore();
-                return true;
-            }
-        return false;
-    }
-    case QEvent::Shortcut: {
-        // An access key moves the focus before it presses, so that the box left can still object.
-        auto* button = qobject_cast<QAbstractButton*>(watched);
-        if (!button)
-            return false;
-        if (static_cast<QShortcutEvent*>(event)->isAmbiguous()) {
-            if (QAbstractButton* next = nextOfKey(*widget_, button->shortcut()))
-                next->setFocus(Qt::ShortcutFocusReason);
-            return true;
-        }
-        button->setFocus(Qt::ShortcutFocusReason);
-        if (!alive_ || widget_->focusWidget() != button)
-            return true;
-        // Pressed at once: the next key of a quick typist belongs to what the button opens.
-        if (!qobject_cast<QPushButton*>(button))
-            return false;
-        button->click();
-        return true;
-    }
-    case QEvent::MouseButtonPress: {
-        // The toolkit has moved the focus already; a box that took it back swallows the click.
-        const auto* button = qobject_cast<QAbstractButton*>(watched);
-        return button && (button->focusPolicy() & Qt::ClickFocus) &&
-               widget_->focusWidget() != button;
-    }
-    case QEvent::KeyPress: {
-        Control* control = controlOf(watched);
-        auto* widget = qobject_cast<QWidget*>(watched);
-        if (!control || !widget || replacingKey_)
-            return false;
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        // An access key that no button has now types nothing, and a button held down by Enter or
-        // Space is pressed once.
-        if (isAccessKey(key) ||
-            (qobject_cast<QAbstractButton*>(widget) && HeldKeys::instance().isHeld(key) &&
-             (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
-              key.key() == Qt::Key_Space)))
-            return true;
-        const bool used = keyPressed(*control, *widget, *static_cast<QKeyEvent*>(event));
-        if (used)
-            deliverSentKeys();
-        return used;
-    }
+    case QEvent::ShortcutOverride:
+        return claimsKey(*static_cast<QKeyEvent*>(event));
+    case QEvent::Shortcut:
+        return button && accessKeyPressed(*button, *static_cast<QShortcutEvent*>(event));
+    case QEvent::MouseButtonPress:
+        return button && swallowsClick(*button);
+    case QEvent::KeyPress:
+        return keyArrived(watched, *static_cast<QKeyEvent*>(event));
     case QEvent::InputMethod:
         return composedTextArrived(watched, *static_cast<QInputMethodEvent*>(event));
     case QEvent::MouseButtonRelease:
-        // A click beside all rows is a click on the grid, too.
-        if (const auto* viewport = qobject_cast<QWidget*>(watched))
-            if (const auto* view = qobject_cast<QTableView*>(viewport->parent()))
-                if (view->viewport() == viewport &&
-                    !view->indexAt(static_cast<QMouseEvent*>(event)->position().toPoint())
-                         .isValid())
-                    if (Control* control = controlOf(watched))
-                        control->fire(control->click_);
+        mouseReleased(*watched, *static_cast<QMouseEvent*>(event));
         return false;
     default:
         return false;

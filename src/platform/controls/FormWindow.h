@@ -10,13 +10,16 @@
 
 class Control;
 class Form;
+class QAbstractButton;
 class QEventLoop;
 class QInputMethodEvent;
 class QKeyEvent;
+class QMouseEvent;
+class QShortcutEvent;
 
 // One window of a form, from its load to its unload, with the controls that its handles mean. It is
 // kept alive by the form and by each handler that began on it; dead, it fires no event any more.
-class FormWindow : public QObject
+class FormWindow : public QObject, public std::enable_shared_from_this<FormWindow>
 {
     Q_OBJECT
 
@@ -43,6 +46,13 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // What eventFilter does with each kind of event; true: it goes no further.
+    void frameClosed(QEvent& event);
+    bool claimsKey(QKeyEvent& key) const;
+    bool accessKeyPressed(QAbstractButton& button, const QShortcutEvent& event);
+    bool swallowsClick(const QAbstractButton& button) const;
+    bool keyArrived(QObject* watched, QKeyEvent& key);
+    void mouseReleased(const QObject& watched, const QMouseEvent& mouse);
     bool composedTextArrived(QObject* watched, QInputMethodEvent& event);
     bool keyPressed(Control& control, QWidget& widget, QKeyEvent& event);
 

@@ -143,7 +143,7 @@ private:
     {
         QPushButton* button = addButton(caption, role);
         buttons_.emplace_back(button, meaning);
-        if (role == RejectRole || buttons_.size() == 1)
+        if (role == RejectRole)
             setEscapeButton(button);
     }
 

@@ -40,6 +40,30 @@ void narrowTo(QLineEdit& line, int characters)
     line.setMaxLength(characters > 0 ? std::max(characters, present) : Unlimited);
 }
 
+// What was typed or pasted beyond the limit goes, and never the end of what stood there before; the
+// caret stays with the typing. A text that is longer already, since the limit was lowered under it,
+// does not grow.
+void dropSurplus(QPlainTextEdit& edit, qsizetype former)
+{
+    const int limit = limitOf(&edit);
+    QString text = edit.toPlainText();
+    const auto surplus = static_cast<int>(text.size() - std::max<qsizetype>(limit, former));
+    if (limit == 0 || surplus <= 0)
+        return;
+    const int caret = std::max(0, edit.textCursor().position() - surplus);
+    text.remove(caret, surplus);
+    const QSignalBlocker quiet(edit);
+    // Taken back and done again with what fits: one step for the user who undoes it.
+    edit.document()->undo();
+    QTextCursor cursor = edit.textCursor();
+    if (text != edit.toPlainText()) {
+        cursor.select(QTextCursor::Document);
+        cursor.insertText(text);
+    }
+    cursor.setPosition(caret);
+    edit.setTextCursor(cursor);
+}
+
 // A locked box can be read and copied from; its ground tells that it takes no typing.
 void showLocked(QWidget& widget, bool locked)
 {
@@ -122,27 +146,15 @@ void TextBox::attach(FormWindow& window, QWidget* widget)
 {
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         showLocked(*line, line->isReadOnly());
-        QObject::connect(line, &QLineEdit::textChanged, &window, [this, &window] {
-            if (window.alive())
-                fire(change_);
-        });
+        QObject::connect(line, &QLineEdit::textChanged, &window, firing(window, change_));
     } else if (auto* several = qobject_cast<QPlainTextEdit*>(widget)) {
         several->setTabChangesFocus(true);
         showLocked(*several, several->isReadOnly());
         // The stock box tells of formatting, too, and knows no limit.
         auto last = std::make_shared<QString>(several->toPlainText());
         QObject::connect(several, &QPlainTextEdit::textChanged, &window, [=, this, &window] {
-            const int limit = limitOf(several);
-            QString text = several->toPlainText();
-            if (limit > 0 && text.size() > limit) {
-                text = text.left(limit);
-                const QSignalBlocker quiet(several);
-                const int caret = several->textCursor().position();
-                several->setPlainText(text);
-                QTextCursor cursor = several->textCursor();
-                cursor.setPosition(std::min(caret, limit));
-                several->setTextCursor(cursor);
-            }
+            dropSurplus(*several, last->size());
+            const QString text = several->toPlainText();
             if (text == *last || !window.alive())
                 return;
             *last = text;
@@ -202,8 +214,5 @@ QString MaskEdBox::clipText() const
 void MaskEdBox::attach(FormWindow& window, QWidget* widget)
 {
     if (auto* line = qobject_cast<QLineEdit*>(widget))
-        QObject::connect(line, &QLineEdit::textChanged, &window, [this, &window] {
-            if (window.alive())
-                fire(change_);
-        });
+        QObject::connect(line, &QLineEdit::textChanged, &window, firing(window, change_));
 }

@@ -6,7 +6,7 @@
 
 // The print dialog of a form: a system printer or a PDF file, with a preview if wanted. Cancelled,
 // it raises nothing and leaves the device last chosen, else a PDF in the user's documents folder.
-// What it returns is not examined by the forms.
+// The forms print on either way.
 class CommonDialog
 {
 public:

@@ -4,11 +4,11 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int longestName = 80;
+constexpr int LongestName = 80;
 
 bool isTaken(const QString& path)
 {
@@ -33,7 +33,7 @@ QString safeFileName(const QString& text)
     }
     while (name.startsWith(u'.'))
         name.remove(0, 1);
-    name = name.left(longestName).trimmed();
+    name = name.left(LongestName).trimmed();
     return name.isEmpty() ? u"Documento"_s : name;
 }
 

@@ -4,10 +4,13 @@
 
 #include <QFont>
 
+class QPagedPaintDevice;
 class QPainter;
 
 // An A4 sheet and its printable area, in twips.
 namespace sheet {
+inline constexpr double TwipsPerPoint = 20;
+inline constexpr int TwipsPerInch = 1440;
 inline constexpr int Width = 11906;
 inline constexpr int Height = 16838;
 inline constexpr int Left = (Width - Printer::Width) / 2;
@@ -23,3 +26,6 @@ double pageTextWidth(const QString& text, double points, bool bold);
 // Draws a page on a whole sheet: the painter's unit is the twip, its origin the corner of the
 // sheet.
 void drawPage(QPainter& painter, const Page& page);
+
+// Draws each page on a sheet of its own; false where the device refused one.
+bool drawPages(QPagedPaintDevice& device, const std::vector<Page>& pages);

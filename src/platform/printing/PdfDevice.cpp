@@ -8,33 +8,24 @@
 
 #include <QFileInfo>
 #include <QPageSize>
-#include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
 
 #include <utility>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool drawPages(QIODevice& file, const std::vector<Page>& pages, const QString& title)
+bool writePdf(QIODevice& file, const std::vector<Page>& pages, const QString& title)
 {
     QPdfWriter writer(&file);
     writer.setTitle(title);
     writer.setCreator(u"Vorbelo"_s);
-    writer.setResolution(1440);
+    writer.setResolution(sheet::TwipsPerInch);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF());
-    QPainter painter;
-    if (!painter.begin(&writer))
-        return false;
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        if (i > 0 && !writer.newPage())
-            return false;
-        drawPage(painter, pages[i]);
-    }
-    return painter.end();
+    return drawPages(writer, pages);
 }
 
 } // namespace
@@ -53,7 +44,7 @@ void PdfDevice::put(const std::vector<Page>& pages, const QString& documentName)
         path = unusedPdfPath(last.absolutePath(), QFileInfo(path_).completeBaseName());
 
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !drawPages(file, pages, documentName) ||
+    if (!file.open(QIODevice::WriteOnly) || !writePdf(file, pages, documentName) ||
         !commitDurably(file))
         throw RuntimeError(RuntimeError::PrinterFault);
     writtenPath_ = path;

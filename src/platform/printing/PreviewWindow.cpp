@@ -12,12 +12,12 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr double twipsPerPixel = 15;
-constexpr int gap = 12;
+constexpr double TwipsPerPixel = 15;
+constexpr int Gap = 12;
 
 } // namespace
 
@@ -31,10 +31,10 @@ public:
     void setScale(double scale)
     {
         scale_ = qBound(0.4, scale, 3.0);
-        setFixedSize(qRound(pixels(sheet::Width)) + 2 * gap, sheetStep() * count() + gap);
+        setFixedSize(qRound(pixels(sheet::Width)) + 2 * Gap, sheetStep() * count() + Gap);
         update();
     }
-    int sheetStep() const { return qRound(pixels(sheet::Height)) + gap; }
+    int sheetStep() const { return qRound(pixels(sheet::Height)) + Gap; }
 
 protected:
     void paintEvent(QPaintEvent* event) override
@@ -42,7 +42,7 @@ protected:
         QPainter painter(this);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
         for (int i = 0; i < count(); ++i) {
-            const QRectF paper(gap, gap + i * sheetStep(), pixels(sheet::Width),
+            const QRectF paper(Gap, Gap + i * sheetStep(), pixels(sheet::Width),
                                pixels(sheet::Height));
             if (!paper.intersects(event->rect()))
                 continue;
@@ -57,7 +57,7 @@ protected:
 
 private:
     int count() const { return static_cast<int>(pages_.size()); }
-    double pixels(int twips) const { return twips / twipsPerPixel * scale_; }
+    double pixels(int twips) const { return twips / TwipsPerPixel * scale_; }
 
     const std::vector<Page>& pages_;
     double scale_ = 1;

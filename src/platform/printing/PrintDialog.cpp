@@ -15,7 +15,7 @@
 #include <QPrinterInfo>
 #include <QPushButton>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 PrintDialog::PrintDialog(const QString& documentName, const PageDevice* last, QWidget* parent)
     : QDialog(parent), devices_(new QComboBox(this)), file_(new QLineEdit(this)),

@@ -10,16 +10,15 @@
 #include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr double twipsPerPoint = 20;
 // Arial's measures, in parts of the font size. They are fixed here, since the tables of another
 // font would shift the columns and throw what stands in them into the next line.
-constexpr double lineRatio = 1.15;
-constexpr double averageRatio = 0.441;
-constexpr double boldAverageRatio = 0.48;
+constexpr double LineRatio = 1.15;
+constexpr double AverageRatio = 0.441;
+constexpr double BoldAverageRatio = 0.48;
 
 QStringList linesOf(QString text)
 {
@@ -140,12 +139,12 @@ void Printer::reset()
 
 double Printer::lineHeight() const
 {
-    return lineRatio * fontSize_ * twipsPerPoint;
+    return LineRatio * fontSize_ * sheet::TwipsPerPoint;
 }
 
 double Printer::averageWidth() const
 {
-    return (fontBold_ ? boldAverageRatio : averageRatio) * fontSize_ * twipsPerPoint;
+    return (fontBold_ ? BoldAverageRatio : AverageRatio) * fontSize_ * sheet::TwipsPerPoint;
 }
 
 void Printer::beginLine()

@@ -33,8 +33,8 @@ using Page = std::vector<TextRun>;
 // set touch the next print only, which leaves X at 0 and Y one line lower. Text beyond the right
 // edge is clipped, or drawn narrower where it passes the edge by little. A print whose line does
 // not stand whole above the bottom goes to the top of the next page; a line break within a text
-// goes on at the left edge of the next line. Error 482 where the device fails. An error leaves the
-// document open: what was drawn goes out with the next EndDoc.
+// goes on at the left edge of the next line. Error 482 where the device fails. An error before
+// EndDoc leaves the document open: what was drawn goes out with the next EndDoc.
 class Printer
 {
 public:

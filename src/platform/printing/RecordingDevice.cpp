@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 void RecordingDevice::put(const std::vector<Page>& pages, const QString& /*documentName*/)
 {

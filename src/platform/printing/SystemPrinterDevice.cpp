@@ -4,30 +4,10 @@
 #include "RuntimeError.h"
 
 #include <QPageSize>
-#include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
 
 #include <utility>
-
-namespace {
-
-bool drawPages(QPrinter& printer, const std::vector<Page>& pages)
-{
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return false;
-    // The sheet's corner is the origin; where a printer's own margin is wider, its edge is lost.
-    painter.scale(printer.logicalDpiX() / 1440.0, printer.logicalDpiY() / 1440.0);
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        if (i > 0 && !printer.newPage())
-            return false;
-        drawPage(painter, pages[i]);
-    }
-    return painter.end();
-}
-
-} // namespace
 
 SystemPrinterDevice::SystemPrinterDevice(QString printerName) : printerName_(std::move(printerName))
 {

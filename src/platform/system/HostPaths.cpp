@@ -7,7 +7,7 @@
 #include <QStandardPaths>
 #include <QStringList>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 

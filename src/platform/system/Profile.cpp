@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 

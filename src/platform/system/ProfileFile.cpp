@@ -11,17 +11,17 @@
 
 #include <optional>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestFile = 16 * 1024 * 1024;
+constexpr qint64 LargestFile = 16 * 1024 * 1024;
 
 // Nothing where there is no such file; also for a folder, a pipe or a file beyond all reason.
 std::optional<QByteArray> contents(const QString& path)
 {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(path).isFile() || file.size() > LargestFile || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)

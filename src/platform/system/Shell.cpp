@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QUrl>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 

@@ -2,7 +2,6 @@
 
 #include <QList>
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -221,22 +220,4 @@ QByteArray sortKey(QStringView text)
             key += latin[c.unicode()].accent;
     }
     return key;
-}
-
-int compareByOrder(QStringView left, QStringView right)
-{
-    const qsizetype common = std::min(left.size(), right.size());
-    for (qsizetype i = 0; i < common; ++i) {
-        const char16_t l = left[i].unicode();
-        const char16_t r = right[i].unicode();
-        if (l >= 128 || r >= 128) {
-            const QByteArray leftKey = sortKey(left);
-            return leftKey.compare(sortKey(right));
-        }
-        const auto leftWeight = static_cast<unsigned char>(Weights[l]);
-        const auto rightWeight = static_cast<unsigned char>(Weights[r]);
-        if (leftWeight != rightWeight)
-            return leftWeight < rightWeight ? -1 : 1;
-    }
-    return left.size() < right.size() ? -1 : left.size() > right.size() ? 1 : 0;
 }

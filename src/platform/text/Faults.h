@@ -6,7 +6,12 @@
 // costs one comparison.
 namespace faults {
 
-enum class Call { Recordset, File, Printer };
+enum class Call
+{
+    Recordset,
+    File,
+    Printer
+};
 
 // Called before each recordset, file and printer call; may throw RuntimeError. Empty: none.
 void setObserver(std::function<void(Call)> observer);

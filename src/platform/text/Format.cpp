@@ -81,7 +81,7 @@ Section readSection(QStringView format)
     return section;
 }
 
-// Fills the places of a section; each call of place() serves the next one.
+// Fills the places of a section, one after the other.
 class Filler
 {
 public:

@@ -20,8 +20,16 @@ public:
     const QString& literal() const { return literal_; }
 
 private:
-    struct Token {
-        enum Kind { One, Any, Set, NotSet, Literal } kind;
+    struct Token
+    {
+        enum Kind
+        {
+            One,
+            Any,
+            Set,
+            NotSet,
+            Literal
+        } kind;
         QString characters; // folded; ranges as pairs for sets
     };
     std::vector<Token> tokens_;

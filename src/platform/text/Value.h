@@ -10,7 +10,8 @@
 class Value
 {
 public:
-    struct Money {
+    struct Money
+    {
         qint64 tenThousandths = 0;
         bool operator==(const Money&) const = default;
     };
@@ -22,7 +23,7 @@ public:
     Value(bool yes) : data_(yes) {}
     Value(Money money) : data_(money) {}
     Value(QDate date) : data_(date) {}
-    Value(const char*) = delete;
+    template <class T> Value(T*) = delete; // a literal without "_s" would pass for a yes
 
     bool isNull() const { return std::holds_alternative<std::monostate>(data_); }
 
