@@ -4,6 +4,7 @@
 #include "FormRegistry.h"
 #include "Funciones.h"
 #include "RecordForms.h"
+#include "RuntimeError.h"
 #include "Strings.h"
 #include "ui_Buscacli.h"
 
@@ -104,10 +105,12 @@ void Buscacli::fillFromTabela1()
     if (!MSFlexGrid1.visible()) {
         const std::shared_ptr<Recordset> found = Tabela1.shared();
         MSFlexGrid1.setLazyRows(found->RecordCount(), [found](int row, int col) {
-            if (!found->isOpen())
-                return QString();
-            found->setAbsolutePosition(row);
-            return found->Fields(Columns[static_cast<size_t>(col)].position).textOrEmpty();
+            try {
+                found->setAbsolutePosition(row);
+                return found->Fields(Columns[static_cast<size_t>(col)].position).textOrEmpty();
+            } catch (const RuntimeError&) {
+                return QString(); // closed since, or out of reach
+            }
         });
         return;
     }
