@@ -146,6 +146,23 @@ void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const 
         table->setAbsolutePosition(place);
 }
 
+bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& before,
+                 const std::function<void()>& fill)
+{
+    const std::vector<Value> now = table->storedValues();
+    std::vector<Value> shown;
+    for (int field = 0; field < table->fieldCount(); ++field)
+        shown.push_back(table->Fields(field));
+    fill();
+    bool overtaken = false;
+    for (size_t field = 0; field < now.size() && field < before.size(); ++field) {
+        const Value typed = table->Fields(static_cast<int>(field));
+        overtaken |= now[field] != before[field] && typed != shown[field] && typed != now[field];
+    }
+    table->CancelUpdate();
+    return overtaken;
+}
+
 void closeIfOpen(ObjectVariable<Recordset>& table, ObjectVariable<Connection>& connection)
 {
     if (!table.isNothing() && table->isOpen())

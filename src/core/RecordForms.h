@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -33,6 +34,12 @@ ObjectVariable<Recordset> openedAnew(const QString& sql,
 // The first row whose field holds the text becomes current; where none does, or the text is one
 // that nothing can hold, the row that was current stays.
 void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const QString& text);
+
+// After a save that another station's write refused, and the row taken anew: whether that station
+// changed a field which the save would change, too, so that a second try would write over it.
+// before: the stored row as the save found it; fill: puts the boxes into the row.
+bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& before,
+                 const std::function<void()>& fill);
 
 // Closes what is open of a pair, the recordset first, and lets both go: a form whose load stopped
 // half way must still be left without an error. Elsewhere closing stays strict.

@@ -40,6 +40,8 @@ const std::array<Campo, 6>& campos()
     return list;
 }
 
+const QString PartsByCode = u"SELECT * FROM Pecas order by codigo"_s;
+
 constexpr int PositionPrice = 4;
 constexpr int BoxPrice = 5;
 constexpr int BoxCode = 3;
@@ -66,8 +68,7 @@ try {
                u"  está usando"_s);
     FormRegistry::instance().unload(QString::fromLatin1(Form1pecabusca::Name));
     AbreBanco();
-    Tabela1->Open(u"SELECT * FROM Pecas order by codigo"_s, Conexao1.shared(), CursorType::Static,
-                  LockType::Optimistic);
+    Tabela1->Open(PartsByCode, Conexao1.shared(), CursorType::Static, LockType::Optimistic);
     LimpaFichaPeca();
     const std::array widths{800, 800, 700, 4300, 800};
     const std::array headings{u"Código"_s, u"Local"_s, u"Quant"_s, u"Descrição"_s, u"Valor"_s};
@@ -100,6 +101,7 @@ void Form1Pec::Form_Deactivate()
 
 void Form1Pec::MostraFichaPeca()
 {
+    isOvertaken_ = false;
     LimpaFichaPeca();
     for (const Campo& campo : campos()) {
         const Value value = Tabela1->Fields(campo.position).value();
@@ -113,14 +115,16 @@ void Form1Pec::MostraFichaPeca()
 
 bool Form1Pec::GravaFichaPeca()
 {
+    if (isOvertaken_)
+        return false;
+    std::vector<Value> before;
     bool stored = false;
     try {
         if (newRowUndone_)
             beginNewRow();
-        for (const Campo& campo : campos()) {
-            const QString text = Text1(campo.box).text();
-            Tabela1->Fields(campo.name) = text.isEmpty() ? campo.filler : text;
-        }
+        if (!newRow_)
+            before = Tabela1->storedValues();
+        fillRow();
         Tabela1->Update();
         stored = commitWrites();
         if (!stored) {
@@ -139,17 +143,27 @@ bool Form1Pec::GravaFichaPeca()
     } catch (const RuntimeError&) {
         // Ends silently.
         if (!stored)
-            takeEditAnew();
+            takeEditAnew(before);
     }
     return stored;
 }
 
+void Form1Pec::fillRow()
+{
+    for (const Campo& campo : campos()) {
+        const QString text = Text1(campo.box).text();
+        Tabela1->Fields(campo.name) = text.isEmpty() ? campo.filler : text;
+    }
+}
+
 // A row that another station wrote meanwhile is taken as it is stored now: the next try stores what
 // was typed here, and leaves alone what was not.
-void Form1Pec::takeEditAnew()
+void Form1Pec::takeEditAnew(const std::vector<Value>& before)
 try {
-    if (!newRow_)
-        Tabela1->retakeVersion();
+    if (newRow_)
+        return;
+    Tabela1->retakeVersion();
+    isOvertaken_ = isOvertaken(Tabela1, before, [this] { fillRow(); });
 } catch (const RuntimeError&) {
     // The row cannot be read either; the next try fails as this one did.
 }
@@ -415,6 +429,11 @@ void Form1Pec::Cancela()
     Tabela1->CancelUpdate();
     newRow_ = false;
     newRowUndone_ = false;
+    if (isOvertaken_) {
+        // What the other station wrote comes into view.
+        Tabela1 = openedAnew(PartsByCode, Conexao1);
+        lookUpOrStay(Tabela1, u"CODIGO"_s, Text1(BoxCode).text());
+    }
     showCurrentRow();
     ContaPecas();
     Command1(4).setCaption(u"&Procurar"_s);

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "Controls.h"
+#include "Value.h"
 
 #include <QString>
+
+#include <vector>
 
 // The register of parts and accessories: one row of the catalogue a part, with its code, shelf,
 // stock, description, price and equivalent.
@@ -55,11 +58,13 @@ private:
     void Colar();
     void Cancela();
     void beginNewRow();
-    void takeEditAnew();
+    void fillRow();
+    void takeEditAnew(const std::vector<Value>& before);
     void showCurrentRow();
     void backToBrowsing();
 
     bool newRow_ = false;       // a row of AddNew waits for its Update
+    bool isOvertaken_ = false;  // another station wrote into a box that was changed here, too
     bool newRowUndone_ = false; // its Update was undone; the next save begins it again
     QString copiedDescription_;
     QString copiedShelf_;

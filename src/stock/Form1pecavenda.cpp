@@ -491,8 +491,11 @@ void Form1pecavenda::Incluir()
 
 void Form1pecavenda::Oficina()
 {
-    if (MsgBox(u"Uso interno da oficina ?"_s, BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes)
+    if (MsgBox(u"Uso interno da oficina ?"_s, BoxButtons::YesNo, BoxIcon::Question) !=
+        Answer::Yes) {
+        Command2(2).SetFocus(); // not left on "&Limpar", where Enter brought it
         return;
+    }
     setCaption(
         captionWith(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
     BaixaEstoque();

@@ -41,8 +41,10 @@ try {
     printer.EndDoc();
 
     if (MsgBox(u"A impressão saiu correta ?"_s, BoxButtons::YesNo, BoxIcon::Question) !=
-        Answer::Yes)
+        Answer::Yes) {
+        Command2(1).SetFocus(); // to print again, wherever Enter brought it
         return;
+    }
     setCaption(
         captionWith(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
     BaixaEstoque();

@@ -139,6 +139,7 @@ void Form1Cli::LimpaCampos()
 
 void Form1Cli::MostraFicha()
 try {
+    isOvertaken_ = false;
     LimpaCampos();
     for (const int box : {13, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 15})
         Text1(box).setText(Tabela1->Fields(FieldOfBox[static_cast<size_t>(box)]).textOrEmpty());
@@ -353,6 +354,11 @@ void Form1Cli::Cancela()
     // Where a save that failed took the new row back, none is current.
     if (Tabela1->eof() && Tabela1->RecordCount() != 0)
         Tabela1->MoveLast();
+    if (isOvertaken_) {
+        // What the other station wrote comes into view.
+        Tabela1 = openedAnew(ClientsByNumber, Conexao1);
+        standOn(Text1(13).text());
+    }
     AtualizaContagem();
     Modo = 0;
 }

@@ -99,6 +99,8 @@ private:
 
     // A save failed so badly that the rows under the boxes are not those that are current.
     bool rowsAreLost_ = false;
+    // Another station wrote into a box that was changed here, too: saved again it would be lost.
+    bool isOvertaken_ = false;
     // The twin under Tabela4 may be that of another order.
     bool twinIsLost_ = false;
 };

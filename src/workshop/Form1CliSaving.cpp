@@ -118,7 +118,7 @@ void Form1Cli::backToBrowsing()
 
 bool Form1Cli::GravaFicha()
 {
-    if (rowsAreLost_ && !findRowsAgain())
+    if (isOvertaken_ || (rowsAreLost_ && !findRowsAgain()))
         return false;
     std::vector<Value> before;
     bool clientStored = false;
@@ -200,6 +200,8 @@ try {
     makeCurrentAgain(Tabela1);
     makeCurrentAgain(Tabela4);
     rowsAreLost_ = false;
+    isOvertaken_ = isOvertaken(Tabela1, before, [this] { fillRows(); });
+    Tabela4->CancelUpdate();
 } catch (const RuntimeError&) {
     // They stay lost.
 }

@@ -241,6 +241,16 @@ TEST_F(RegisterTest, EditOverAnotherStationsSaleIsStoredAtTheSecondTry)
     press(1);
     EXPECT_EQ(parts(), QStringList{u"0000001|A1|3|Resistor 1k|25000|BC"_s})
         << "the stock, not typed here, is the other station's";
+
+    // Both into one box: refused until what the other one wrote has been seen.
+    press(2);
+    type(form<Form1Pec>().Text1(2), u"12"_s);
+    mainSql(u"UPDATE Pecas SET ESTOQUE = '1'"_s);
+    press(1);
+    press(1);
+    EXPECT_EQ(stocks(), QStringList{u"0000001 1"_s});
+    press(9);
+    EXPECT_EQ(form<Form1Pec>().Text1(2).text(), u"1"_s);
 }
 
 TEST_F(RegisterTest, PartDeletedElsewhereStaysAConflictAndTheRowIsShown)

@@ -2,6 +2,7 @@
 #include "StockTest.h"
 
 #include <QRandomGenerator>
+#include <QWidget>
 
 #include <algorithm>
 
@@ -62,7 +63,9 @@ TEST_F(WriteOffTest, NothingIsBookedBeforeTheAnswerYes)
     openSale();
     sell(1, u"2"_s);
     takeForWorkshop(Answer::No);
+    EXPECT_EQ(sale().window()->focusWidget(), sale().Command2(2).widget());
     print(Answer::No);
+    EXPECT_EQ(sale().window()->focusWidget(), sale().Command2(1).widget());
     EXPECT_EQ(stocks(), QStringList{u"0000001 10"_s});
     EXPECT_EQ(lines().size(), 1);
     EXPECT_EQ(cash(), QStringList());

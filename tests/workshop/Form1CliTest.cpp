@@ -1,7 +1,7 @@
 #include "FailingDisk.h"
 #include "WorkshopTest.h"
 
-#include <QWidget>
+#include <QLineEdit>
 #include <QtTest/QTest>
 
 namespace {
@@ -228,6 +228,20 @@ TEST_F(Form1CliTest, SaveOverAnotherStationsWriteFailsOnceAndThenKeepsBoth)
     press(1);
     EXPECT_EQ(enabledOf(cli.Command1), Browsing);
     EXPECT_EQ(stored(u"0000004"_s, u"endereco || servicoexecutado"_s), u"Rua AFonte trocada"_s);
+
+    // Both into one box: refused until what the other one wrote has been seen.
+    press(2);
+    type(cli.Text1(1), u"Rua B"_s);
+    changeOrder(u"0000004"_s, u"endereco='Rua C'"_s);
+    press(1);
+    press(1);
+    EXPECT_EQ(stored(u"0000004"_s, u"endereco"_s), u"Rua C"_s);
+    press(9);
+    EXPECT_EQ(cli.Text1(1).text(), u"Rua C"_s);
+    press(2);
+    type(cli.Text1(1), u"Rua D"_s);
+    press(1);
+    EXPECT_EQ(stored(u"0000004"_s, u"endereco"_s), u"Rua D"_s);
 }
 
 TEST_F(Form1CliTest, WhatTheTwinRefusesLeavesWhatOthersStored)
@@ -376,6 +390,8 @@ TEST_F(Form1CliTest, CompanyNumberStaysWholeAfterACpfWasChecked)
     press(2);
     enter(cli.Text3(3));
     EXPECT_EQ(cli.Text3(3).text(), u"11144477735"_s);
+    EXPECT_EQ(qobject_cast<QLineEdit*>(cli.Text3(3).widget())->selectedText(), u"11144477735"_s)
+        << "what is typed now replaces it";
     enter(cli.Text1(0));
     press(9);
     press(11);

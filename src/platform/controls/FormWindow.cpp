@@ -11,6 +11,7 @@
 #include <QEventLoop>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -233,9 +234,15 @@ void FormWindow::focusMoved(QWidget* now)
     if (Control* left = controlOf(former))
         left->fire(left->lostFocus_);
     leaving_ = false;
-    if (alive_)
-        if (Control* entered = controlOf(lastFocus_))
-            entered->fire(entered->gotFocus_);
+    Control* entered = alive_ ? controlOf(lastFocus_) : nullptr;
+    if (!entered)
+        return;
+    // A text that the Tab key selected stays so where the handler puts another in its place.
+    const QPointer<QLineEdit> line = qobject_cast<QLineEdit*>(lastFocus_);
+    const bool isSelected = line && line->hasSelectedText();
+    entered->fire(entered->gotFocus_);
+    if (isSelected && alive_ && line && line == lastFocus_)
+        line->selectAll();
 }
 
 bool FormWindow::keyPressed(Control& control, QWidget& widget, QKeyEvent& event)
