@@ -146,20 +146,26 @@ void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const 
         table->setAbsolutePosition(place);
 }
 
-bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& before,
+std::vector<Value> shownValues(ObjectVariable<Recordset>& table)
+{
+    std::vector<Value> values;
+    for (int field = 0; field < table->fieldCount(); ++field)
+        values.push_back(table->Fields(field));
+    return values;
+}
+
+bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& filled,
                  const std::function<void()>& fill)
 {
-    const std::vector<Value> now = table->storedValues();
-    std::vector<Value> shown;
-    for (int field = 0; field < table->fieldCount(); ++field)
-        shown.push_back(table->Fields(field));
+    const std::vector<Value> stored = table->storedValues();
+    const std::vector<Value> shown = shownValues(table);
     fill();
-    bool overtaken = false;
-    for (size_t field = 0; field < now.size() && field < before.size(); ++field) {
-        const Value typed = table->Fields(static_cast<int>(field));
-        overtaken |= now[field] != before[field] && typed != shown[field] && typed != now[field];
-    }
+    const std::vector<Value> typed = shownValues(table);
     table->CancelUpdate();
+    bool overtaken = false;
+    for (size_t field = 0; field < filled.size(); ++field)
+        overtaken |= stored[field] != filled[field] && typed[field] != shown[field] &&
+                     typed[field] != stored[field];
     return overtaken;
 }
 

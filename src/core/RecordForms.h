@@ -15,7 +15,7 @@ class RuntimeError;
 // What the record forms and the search dialogs do alike, as free functions. What a form does in its
 // own way is written in that form.
 
-// From the first to the last member, or each of these; error 340 where an array has none of it.
+// Members first to last, or those listed. Error 340 for one that the array lacks.
 void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled);
 void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes,
                 bool enabled);
@@ -35,10 +35,12 @@ ObjectVariable<Recordset> openedAnew(const QString& sql,
 // that nothing can hold, the row that was current stays.
 void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const QString& text);
 
-// After a save that another station's write refused, and the row taken anew: whether that station
-// changed a field which the save would change, too, so that a second try would write over it.
-// before: the stored row as the save found it; fill: puts the boxes into the row.
-bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& before,
+// The fields of the current row as the recordset shows them.
+std::vector<Value> shownValues(ObjectVariable<Recordset>& table);
+// After a save that failed, with the row taken anew: whether a second try would write over what
+// another station stored since the boxes were filled, from these values. fill: puts the boxes into
+// the row.
+bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& filled,
                  const std::function<void()>& fill);
 
 // Closes what is open of a pair, the recordset first, and lets both go: a form whose load stopped

@@ -63,6 +63,7 @@ try {
     FlagRecarga = 0;
     newRow_ = false;
     newRowUndone_ = false;
+    isOvertaken_ = false;
     setEnabled(Command1, {1, 3, 9}, false);
     setCaption(u"Cadastro de Peças e Acessórios      "_s + principal().StatusBar1.panel(1) +
                u"  está usando"_s);
@@ -101,8 +102,8 @@ void Form1Pec::Form_Deactivate()
 
 void Form1Pec::MostraFichaPeca()
 {
-    isOvertaken_ = false;
     LimpaFichaPeca();
+    filled_ = shownValues(Tabela1);
     for (const Campo& campo : campos()) {
         const Value value = Tabela1->Fields(campo.position).value();
         if (campo.position != PositionPrice)
@@ -117,18 +118,16 @@ bool Form1Pec::GravaFichaPeca()
 {
     if (isOvertaken_)
         return false;
-    std::vector<Value> before;
     bool stored = false;
     try {
         if (newRowUndone_)
             beginNewRow();
-        if (!newRow_)
-            before = Tabela1->storedValues();
         fillRow();
         Tabela1->Update();
         stored = commitWrites();
         if (!stored) {
             newRowUndone_ = newRow_;
+            takeEditAnew();
             if (Tabela1->eof() && Tabela1->RecordCount() != 0)
                 Tabela1->MoveLast();
             return false;
@@ -143,7 +142,7 @@ bool Form1Pec::GravaFichaPeca()
     } catch (const RuntimeError&) {
         // Ends silently.
         if (!stored)
-            takeEditAnew(before);
+            takeEditAnew();
     }
     return stored;
 }
@@ -158,21 +157,36 @@ void Form1Pec::fillRow()
 
 // A row that another station wrote meanwhile is taken as it is stored now: the next try stores what
 // was typed here, and leaves alone what was not.
-void Form1Pec::takeEditAnew(const std::vector<Value>& before)
+void Form1Pec::takeEditAnew()
 try {
     if (newRow_)
         return;
     Tabela1->retakeVersion();
-    isOvertaken_ = isOvertaken(Tabela1, before, [this] { fillRow(); });
+    isOvertaken_ = isOvertaken(Tabela1, filled_, [this] { fillRow(); });
 } catch (const RuntimeError&) {
     // The row cannot be read either; the next try fails as this one did.
 }
 
+// What the other station wrote comes into view with the next row shown.
+void Form1Pec::showOvertaken()
+{
+    Tabela1 = openedAnew(PartsByCode, Conexao1);
+    isOvertaken_ = false;
+    lookUpOrStay(Tabela1, u"CODIGO"_s, Text1(BoxCode).text());
+}
+
 void Form1Pec::ApagaPeca()
 try {
-    Tabela1->Delete();
-    if (!commitWrites()) // the part is back, as it still stands in the boxes and in the grid
+    if (isOvertaken_) { // to be looked at before it goes
+        showOvertaken();
+        showCurrentRow();
         return;
+    }
+    Tabela1->Delete();
+    if (!commitWrites()) { // the part is back, and still stands in the grid
+        showUndone();
+        return;
+    }
     Tabela1->MovePrevious();
     if (Tabela1->bof()) {
         Tabela1->MoveNext();
@@ -194,6 +208,16 @@ try {
     showCurrentRow();
     ContaPecas();
     setEnabled(Command1, 1, 7, false);
+}
+
+// The part as it is stored, without what was typed before it was to go. Where it cannot be read the
+// boxes stay: empty ones would be stored over it.
+void Form1Pec::showUndone()
+try {
+    shownValues(Tabela1);
+    MostraFichaPeca();
+} catch (const RuntimeError&) {
+    // Out of reach, as the user was just told.
 }
 
 // The row that is current after a cancelled or deleted one; empty boxes where there is none.
@@ -318,6 +342,8 @@ void Form1Pec::Command1_Click(int Index)
     case 11:
     case 12:
     case 13:
+        if (isOvertaken_)
+            showOvertaken();
         navigate(Index, Tabela1, Command1);
         MostraFichaPeca();
         break;
@@ -348,6 +374,7 @@ void Form1Pec::beginNewRow()
     Tabela1->AddNew();
     newRow_ = true;
     newRowUndone_ = false;
+    isOvertaken_ = false;
 }
 
 void Form1Pec::Salvar()
@@ -429,11 +456,8 @@ void Form1Pec::Cancela()
     Tabela1->CancelUpdate();
     newRow_ = false;
     newRowUndone_ = false;
-    if (isOvertaken_) {
-        // What the other station wrote comes into view.
-        Tabela1 = openedAnew(PartsByCode, Conexao1);
-        lookUpOrStay(Tabela1, u"CODIGO"_s, Text1(BoxCode).text());
-    }
+    if (isOvertaken_)
+        showOvertaken();
     showCurrentRow();
     ContaPecas();
     Command1(4).setCaption(u"&Procurar"_s);
@@ -467,6 +491,8 @@ void Form1Pec::Text2_Change()
     const QString code = Trim(Text2.text());
     if (code.isEmpty())
         return;
+    if (isOvertaken_)
+        showOvertaken();
     lookUpOrStay(Tabela1, u"CODIGO"_s, code);
     MostraFichaPeca();
 }

@@ -59,11 +59,14 @@ private:
     void Cancela();
     void beginNewRow();
     void fillRow();
-    void takeEditAnew(const std::vector<Value>& before);
+    void takeEditAnew();
+    void showOvertaken();
     void showCurrentRow();
+    void showUndone();
     void backToBrowsing();
 
     bool newRow_ = false;       // a row of AddNew waits for its Update
+    std::vector<Value> filled_; // the row as it was when the boxes were filled
     bool isOvertaken_ = false;  // another station wrote into a box that was changed here, too
     bool newRowUndone_ = false; // its Update was undone; the next save begins it again
     QString copiedDescription_;

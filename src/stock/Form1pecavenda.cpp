@@ -367,7 +367,8 @@ void Form1pecavenda::Text2_Change()
 
 void Form1pecavenda::Text1_Change(int Index)
 {
-    if (Text1(2).text().isEmpty()) // no part picked
+    // No part picked, or shown for the write-off alone, which no box about its price may interrupt.
+    if (Text1(2).text().isEmpty() || isBooking_)
         return;
     // The quantity box is told by its text: any box that holds the same text counts as it.
     if (!sameText(Text1(Index), Text1(6)))
@@ -436,10 +437,21 @@ void Form1pecavenda::Command1_Click(int Index)
     if (Index == 0) {
         Fechar();
     } else {
-        LimpaListaVenda();
-        if (!commitWrites())
-            showListAgain();
+        emptyList();
     }
+}
+
+// By hand: all of it goes, or it is shown as it is.
+void Form1pecavenda::emptyList()
+{
+    try {
+        LimpaListaVenda();
+    } catch (const RuntimeError&) {
+        showListAgain();
+        throw;
+    }
+    if (!commitWrites())
+        showListAgain();
 }
 
 void Form1pecavenda::Fechar()
@@ -449,7 +461,7 @@ void Form1pecavenda::Fechar()
         if (MsgBox(u"A pedido(s) feito(s),caso saia todos serão excluidos!"_s, BoxButtons::YesNo,
                    BoxIcon::Question) != Answer::Yes)
             return;
-        LimpaListaVenda();
+        emptyList();
     }
     unload();
 }

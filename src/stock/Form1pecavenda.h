@@ -82,6 +82,7 @@ private:
 
     void Incluir();
     void Fechar();
+    void emptyList();
     void Oficina();
     void search(const QString& text, const QString& selectWhere);
     void showLine(int row);
@@ -103,6 +104,7 @@ private:
     QString DescricaoPedido; // what the last look-up found that found anything
 
     // The orders as this load found them, for the look-up of a whole catalogue.
+    bool isBooking_ = false;
     std::vector<QString> orders_;
     std::optional<SubstringIndex> orderIndex_;
     // Descriptions passed since DescricaoPedido was last brought up to date.

@@ -9,6 +9,8 @@
 #include "RuntimeError.h"
 #include "Strings.h"
 
+#include <QScopedValueRollback>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
 
@@ -25,6 +27,7 @@ bool canBeLookedUp(const QString& description)
 
 void Form1pecavenda::BaixaEstoque()
 try {
+    const QScopedValueRollback booking(isBooking_, true);
     AbreBanco5();
     Tabela5->Open(u"SELECT * FROM MOVIMENTO order by codigo"_s, Conexao5.shared(),
                   CursorType::Static, LockType::Optimistic);

@@ -60,6 +60,8 @@ void Form1Cli::Form_Load()
 try {
     Modo = 0;
     rowsAreLost_ = false;
+    twinIsLost_ = false;
+    isOvertaken_ = false;
     setEnabled(Command1, {1, 3, 9}, false);
     setCaption(u"Fichario de Clientes      "_s + principal().StatusBar1.panel(1) +
                u"  está usando"_s);
@@ -139,8 +141,8 @@ void Form1Cli::LimpaCampos()
 
 void Form1Cli::MostraFicha()
 try {
-    isOvertaken_ = false;
     LimpaCampos();
+    filled_ = shownValues(Tabela1);
     for (const int box : {13, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 15})
         Text1(box).setText(Tabela1->Fields(FieldOfBox[static_cast<size_t>(box)]).textOrEmpty());
     Text3(1).setText(Format(Tabela1->Fields(FirstPhone).value(), formats::Phone));
@@ -210,6 +212,8 @@ void Form1Cli::Command1_Click(int Index)
         Cancela();
         break;
     default:
+        if (isOvertaken_)
+            showOvertaken();
         navigate(Index, Tabela1, Command1);
         MostraFicha();
     }
@@ -246,6 +250,7 @@ void Form1Cli::beginNewRows()
         throw;
     }
     rowsAreLost_ = false;
+    isOvertaken_ = false;
 }
 
 void Form1Cli::setNumberAfter(double number)
@@ -336,6 +341,10 @@ void Form1Cli::ColaCliente()
 
 void Form1Cli::Saida()
 {
+    if (isOvertaken_) { // to be looked at before it is delivered
+        showOvertaken();
+        return;
+    }
     reopenTabela3(u"SELECT * FROM Cliente"_s);
     const QString before = Text1(15).text();
     if (before.isEmpty())
@@ -354,12 +363,10 @@ void Form1Cli::Cancela()
     // Where a save that failed took the new row back, none is current.
     if (Tabela1->eof() && Tabela1->RecordCount() != 0)
         Tabela1->MoveLast();
-    if (isOvertaken_) {
-        // What the other station wrote comes into view.
-        Tabela1 = openedAnew(ClientsByNumber, Conexao1);
-        standOn(Text1(13).text());
-    }
-    AtualizaContagem();
+    if (isOvertaken_)
+        showOvertaken();
+    else
+        AtualizaContagem();
     Modo = 0;
 }
 
@@ -397,6 +404,8 @@ void Form1Cli::Text2_Change()
     const QString number = Text2.text();
     if (Trim(number).isEmpty())
         return;
+    if (isOvertaken_)
+        showOvertaken();
     lookUpOrStay(Tabela1, u"numero"_s, number);
     MostraFicha();
 }

@@ -93,12 +93,15 @@ private:
     void storeText(int box);
     void fillRows();
     bool findRowsAgain();
+    void showOvertaken();
     void takeSaveBack(bool clientStored, const std::vector<Value>& before);
     Access access() const;
     void setAccess(const Access& access);
 
     // A save failed so badly that the rows under the boxes are not those that are current.
     bool rowsAreLost_ = false;
+    // The row as it was when the boxes were filled.
+    std::vector<Value> filled_;
     // Another station wrote into a box that was changed here, too: saved again it would be lost.
     bool isOvertaken_ = false;
     // The twin under Tabela4 may be that of another order.

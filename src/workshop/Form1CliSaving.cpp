@@ -118,7 +118,7 @@ void Form1Cli::backToBrowsing()
 
 bool Form1Cli::GravaFicha()
 {
-    if (isOvertaken_ || (rowsAreLost_ && !findRowsAgain()))
+    if ((Modo == 0 && isOvertaken_) || (rowsAreLost_ && !findRowsAgain()))
         return false;
     std::vector<Value> before;
     bool clientStored = false;
@@ -200,10 +200,20 @@ try {
     makeCurrentAgain(Tabela1);
     makeCurrentAgain(Tabela4);
     rowsAreLost_ = false;
-    isOvertaken_ = isOvertaken(Tabela1, before, [this] { fillRows(); });
+    isOvertaken_ = isOvertaken(Tabela1, filled_, [this] { fillRows(); });
     Tabela4->CancelUpdate();
 } catch (const RuntimeError&) {
     // They stay lost.
+}
+
+// What the other station wrote comes into view.
+void Form1Cli::showOvertaken()
+{
+    Tabela1 = openedAnew(ClientsByNumber, Conexao1);
+    isOvertaken_ = false;
+    if (Tabela1->RecordCount() != 0)
+        standOn(Text1(13).text());
+    AtualizaContagem();
 }
 
 bool Form1Cli::findRowsAgain()
@@ -249,6 +259,10 @@ void Form1Cli::setAccess(const Access& access)
 
 void Form1Cli::ExcluiFicha()
 try {
+    if (isOvertaken_) { // to be looked at before it goes
+        showOvertaken();
+        return;
+    }
     if (rowsAreLost_ && !findRowsAgain())
         return;
     if (const std::optional<QString> number = deleteRows())

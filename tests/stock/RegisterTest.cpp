@@ -249,8 +249,13 @@ TEST_F(RegisterTest, EditOverAnotherStationsSaleIsStoredAtTheSecondTry)
     press(1);
     press(1);
     EXPECT_EQ(stocks(), QStringList{u"0000001 1"_s});
-    press(9);
+    click(form<Form1Pec>().MSFlexGrid1, 1);
     EXPECT_EQ(form<Form1Pec>().Text1(2).text(), u"1"_s);
+    type(form<Form1Pec>().Text1(2), u"12"_s);
+    mainSql(u"UPDATE Pecas SET ESTOQUE = '2'"_s);
+    press(1);
+    press(9);
+    EXPECT_EQ(form<Form1Pec>().Text1(2).text(), u"2"_s);
 }
 
 TEST_F(RegisterTest, PartDeletedElsewhereStaysAConflictAndTheRowIsShown)

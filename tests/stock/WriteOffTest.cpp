@@ -75,6 +75,16 @@ TEST_F(WriteOffTest, NothingIsBookedBeforeTheAnswerYes)
     EXPECT_EQ(cash(), QStringList{u"0000001|Resistor|2|50000|2026-03-09"_s});
 }
 
+TEST_F(WriteOffTest, PriceThatIsNoNumberDoesNotInterruptIt)
+{
+    addPart(u"0000001"_s, u"Resistor"_s, u"'10'"_s, u"','"_s);
+    mainSql(u"UPDATE Pecas SET LOCAL = '1'"_s); // reads like the quantity
+    addLine(u"0000001"_s, u"0000001"_s);
+    openSale();
+    takeForWorkshop();
+    EXPECT_EQ(stocks(), QStringList{u"0000001 9"_s});
+}
+
 // The click that picks a part again looks it up again, and the second line of a part counts too.
 TEST_F(WriteOffTest, SamePartTwiceCountsTwice)
 {

@@ -238,6 +238,14 @@ TEST_F(Form1CliTest, SaveOverAnotherStationsWriteFailsOnceAndThenKeepsBoth)
     EXPECT_EQ(stored(u"0000004"_s, u"endereco"_s), u"Rua C"_s);
     press(9);
     EXPECT_EQ(cli.Text1(1).text(), u"Rua C"_s);
+    // The shelf can be typed without "&Editar", and then "&Saida" brings that into view first.
+    cli.Text7.setText(u"A1"_s);
+    changeOrder(u"0000004"_s, u"local='B2'"_s);
+    enter(cli.Check1(0));
+    press(1);
+    press(7);
+    EXPECT_EQ(cli.Text7.text(), u"B2"_s);
+    EXPECT_EQ(sql(mainFile(), u"SELECT 1 FROM MOVIMENTO"_s), QStringList());
     press(2);
     type(cli.Text1(1), u"Rua D"_s);
     press(1);
@@ -259,8 +267,10 @@ TEST_F(Form1CliTest, WhatTheTwinRefusesLeavesWhatOthersStored)
         type(cli.Text7, u"C3"_s);
         if (button == 3)
             expectQuestion(DeleteQuestion, Answer::Yes);
-        press(button);
-        EXPECT_EQ(stored(u"0000001"_s, u"Nome || local || observacao"_s), u"AnaB2Bancada"_s);
+        for (int tries = 0; tries < (button == 1 ? 2 : 1); ++tries) {
+            press(button);
+            EXPECT_EQ(stored(u"0000001"_s, u"Nome || local || observacao"_s), u"AnaB2Bancada"_s);
+        }
     }
 }
 
