@@ -24,7 +24,7 @@
 
 namespace {
 
-// Keeps each repetition's time, in nanoseconds, besides showing it.
+// Keeps the time of each round besides showing it.
 class Keeper : public benchmark::ConsoleReporter
 {
 public:
@@ -40,19 +40,17 @@ public:
                 times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
         ConsoleReporter::ReportRuns(runs);
     }
-    double median(const std::string& name)
-    {
-        auto& list = times[name];
-        if (list.empty())
-            return 0;
-        std::sort(list.begin(), list.end());
-        return list[list.size() / 2];
-    }
     std::map<std::string, std::vector<double>> times;
 
 private:
     bool isToldOf_ = false;
 };
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
 
 void measure(benchmark::State& state, const std::function<void()>& prepare,
              const std::function<void()>& work)
@@ -89,15 +87,9 @@ long memoryOf(const QStringList& arguments)
 
 } // namespace
 
-int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons,
-                   int repetitions)
+int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons, int rounds)
 {
-    // The two of a pair take turns, so that whatever else the machine does meets both.
-    std::string inTurn = "--benchmark_enable_random_interleaving=true";
-    std::vector<char*> arguments(argv, argv + argc);
-    arguments.push_back(inTurn.data());
-    argc = static_cast<int>(arguments.size());
-    benchmark::Initialize(&argc, arguments.data());
+    benchmark::Initialize(&argc, argv);
     Keeper keeper;
     for (const Comparison& pair : comparisons) {
         benchmark::ClearRegisteredBenchmarks();
@@ -107,26 +99,29 @@ int runComparisons(int argc, char** argv, const std::vector<Comparison>& compari
                 [=](benchmark::State& state) { measure(state, prepare, work); })
                 ->UseManualTime()
                 ->Unit(benchmark::kMillisecond)
-                ->Iterations(1)
-                ->Repetitions(repetitions)
-                ->ReportAggregatesOnly(false);
+                ->Iterations(1);
         };
         add("baseline", pair.prepareBaseline, pair.baseline);
         add("ours", pair.prepareOurs, pair.ours);
-        benchmark::RunSpecifiedBenchmarks(&keeper);
+        int left = rounds;
+        while (left-- > 0 && benchmark::RunSpecifiedBenchmarks(&keeper) > 0) {
+        }
     }
     int missed = 0;
     std::printf("\n%-62s %12s %12s %8s %8s\n", "work", "baseline ms", "ours ms", "ratio", "reach");
     for (const Comparison& pair : comparisons) {
-        const double base = keeper.median(pair.name + " / baseline");
-        const double ours = keeper.median(pair.name + " / ours");
-        if (base == 0) // left out by a filter
+        const std::vector<double>& base = keeper.times[pair.name + " / baseline"];
+        const std::vector<double>& ours = keeper.times[pair.name + " / ours"];
+        std::vector<double> ratios;
+        for (std::size_t round = 0; round < std::min(base.size(), ours.size()); ++round)
+            ratios.push_back(ours[round] / base[round]);
+        if (ratios.empty()) // left out by a filter
             continue;
-        const double ratio = ours / base;
+        const double ratio = median(ratios);
         const bool reached = ratio <= pair.reach;
         missed += reached ? 0 : 1;
-        std::printf("%-62s %12.3f %12.3f %8.3f %8.2f %s\n", pair.name.c_str(), base, ours, ratio,
-                    pair.reach, reached ? "" : "MISSED");
+        std::printf("%-62s %12.3f %12.3f %8.3f %8.2f %s\n", pair.name.c_str(), median(base),
+                    median(ours), ratio, pair.reach, reached ? "" : "MISSED");
     }
     return missed;
 }

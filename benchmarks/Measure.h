@@ -21,10 +21,10 @@ struct Comparison
     std::function<void()> prepareOurs;
 };
 
-// Runs each pair by Google Benchmark, the two in turn, and prints each median and ratio. The answer
-// is the number of rows that were not reached.
-int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons,
-                   int repetitions);
+// Runs each pair by Google Benchmark, the two in turn round by round, so that whatever else the
+// machine does meets both. Prints the medians of the times and of the ratios of the rounds; the
+// answer is the number of rows that were not reached.
+int runComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons, int rounds);
 
 // An installation of its own with message boxes answered and no printer.
 class BenchInstallation
