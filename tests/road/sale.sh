@@ -110,6 +110,13 @@ sell 1 1
 sell 1 3
 expect_list 'both lines stand' '0000001 x1 2,50; 0000001 x3 7,50'
 key alt+o
+answer '^Vorbelo$' alt+n
+arrive "$sale"
+# Enter asks again after No, and again: it never reaches the button that empties the list.
+key Return
+answer '^Vorbelo$' alt+n
+arrive "$sale"
+key Return
 answer '^Vorbelo$' Return
 arrive "$sale"
 expect_parts 'both quantities count' 'Capacitor 10uF 4; Fusivel 2A 0; Correia -1; Correia larga 4'
