@@ -84,13 +84,6 @@ TEST(Documents, CheckDigitsDecide)
     EXPECT_EQ(DigitoCGC(u"1122233 0001"_s), QString());
 }
 
-TEST_F(Funcoes, SettingsAreReadUpTo254Characters)
-{
-    GravaIni(u"Configurar"_s, u"Titulo"_s, QString(300, u'x'), CaminhoIni());
-    EXPECT_EQ(LeIni(u"configurar"_s, u"TITULO"_s, CaminhoIni()), QString(254, u'x'));
-    EXPECT_EQ(LeIni(u"Configurar"_s, u"Nada"_s, CaminhoIni()), QString());
-}
-
 TEST_F(Funcoes, FailedOpeningLeavesConfigurationAndExit)
 {
     for (const QString& path : {folder() + u"/nada.mdb"_s, QString()}) {

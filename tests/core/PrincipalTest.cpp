@@ -1,9 +1,7 @@
 #include "FormTest.h"
 
 #include "Form1principal.h"
-#include "PreviousInstance.h"
 
-#include <QDir>
 #include <QLineEdit>
 
 namespace {
@@ -158,23 +156,6 @@ TEST_F(Principal, QuickSearchHandsItsTextOver)
     principal().Text1(0).setText({});
     click(principal().Command2(0));
     EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
-}
-
-// The mark of the running program is taken once a process, so this one runs in its own.
-TEST_F(Principal, SecondInstanceEndsWithoutAMessage)
-{
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            const InstanceLock other(folder());
-            know(u"Form1Cli"_s);
-            FormRegistry::instance().get(u"Form1Cli"_s).load();
-            const bool ended = ends() == std::vector{EndReason::SecondInstance};
-            const bool gone = FormRegistry::instance().loadedForms().empty();
-            QDir(folder()).removeRecursively();
-            std::_Exit(ended && gone && !testing::Test::HasFailure() ? 42 : 1);
-        },
-        testing::ExitedWithCode(42), "");
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QFile>
@@ -292,21 +291,9 @@ TEST_F(PrintingTest, ThePreviewPrintsOnEnterAndNotOnEsc)
     }
 }
 
-TEST_F(PrintingTest, EnterAtTheDialogPrintsIntoAFileOfItsOwn)
+TEST_F(PrintingTest, TheDialogGivesAPreviewOfAFileNamedWithoutAFolder)
 {
     printer_.setDevice(nullptr);
-    for (int i = 0; i < 2; ++i) {
-        atDialog([](QDialog& dialog) {
-            EXPECT_EQ(dialog.windowTitle(), u"Imprimir"_s);
-            EXPECT_EQ(dialog.findChild<QComboBox*>()->currentText(), u"Arquivo PDF"_s);
-            key(Qt::Key_Return);
-        });
-        CommonDialog().ShowPrinter(u"Recibo"_s);
-        printer_.print(u"x"_s);
-        printer_.EndDoc();
-    }
-    EXPECT_EQ(stored(), (QStringList{u"Recibo (2).pdf"_s, u"Recibo.pdf"_s}));
-
     atDialog([](QDialog& dialog) {
         dialog.findChild<QCheckBox*>()->setChecked(true);
         dialog.findChild<QLineEdit*>()->setText(u"meu recibo"_s);

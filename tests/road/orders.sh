@@ -28,6 +28,8 @@ close_record() {
 
 # --- login
 start central
+expect 'a second program of the same folder ends at once' \
+    "$(timeout 30 "$work/central/vorbelo" >/dev/null 2>&1; echo $?)" 0
 shot 01-closed
 enter_as_administrator 4321
 shot 02-open

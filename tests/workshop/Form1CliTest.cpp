@@ -15,6 +15,16 @@ class Form1CliTest : public WorkshopTest
 {
 protected:
     void press(int button) { click(form<Form1Cli>().Command1(button)); }
+    // Beto's new order has the number that another station gave to Caio's meanwhile.
+    Form1Cli& beginClash()
+    {
+        addOrder(u"0000004"_s, u"Ana"_s);
+        Form1Cli& cli = openRecord();
+        press(0);
+        type(cli.Text1(0), u"Beto"_s);
+        addOrder(u"0000005"_s, u"Caio"_s);
+        return cli;
+    }
     void expectQuestion(const QString& text, Answer answer)
     {
         expectBox(text, answer, BoxButtons::YesNo, BoxIcon::Question);
@@ -135,11 +145,7 @@ TEST_F(Form1CliTest, EmptyNumberIsStoredAsZerosAndAskedAboutNextTime)
 // Another station took the number in meanwhile, unseen by the row set of this one.
 TEST_F(Form1CliTest, NumberTakenElsewhereAsksAndYesEditsThatOrder)
 {
-    addOrder(u"0000004"_s, u"Ana"_s);
-    Form1Cli& cli = openRecord();
-    press(0);
-    type(cli.Text1(0), u"Beto"_s);
-    addOrder(u"0000005"_s, u"Caio"_s);
+    Form1Cli& cli = beginClash();
     expectQuestion(NumberQuestion, Answer::Yes);
     press(1);
     EXPECT_EQ(cli.Text1(0).text(), u"Caio"_s);
@@ -154,11 +160,7 @@ TEST_F(Form1CliTest, NumberTakenElsewhereAsksAndYesEditsThatOrder)
 
 TEST_F(Form1CliTest, NumberGivenBackWhileTheQuestionStandsIsTakenByTheNextSave)
 {
-    addOrder(u"0000004"_s, u"Ana"_s);
-    Form1Cli& cli = openRecord();
-    press(0);
-    type(cli.Text1(0), u"Beto"_s);
-    addOrder(u"0000005"_s, u"Caio"_s);
+    Form1Cli& cli = beginClash();
     setMsgBoxForTests([this](const Box&) {
         mainSql(u"DELETE FROM Cliente WHERE Nome='Caio'; "
                 "DELETE FROM PECAAPLICADA WHERE NOME='Caio'"_s);

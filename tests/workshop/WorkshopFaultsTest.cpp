@@ -108,6 +108,27 @@ TEST_F(WorkshopFaults, WhatFailsToShowAnOrderChangesNoOther)
     }
 }
 
+TEST_F(WorkshopFaults, StepThatFailsAtAnEndCanBeTakenAgain)
+{
+    for (const auto& [end, beyond, number] :
+         {std::tuple{13, 11, u"0000003"_s}, std::tuple{12, 10, u"0000001"_s}}) {
+        const auto prepare = [&, end = end] {
+            beginAgain();
+            openRecord();
+            click(cli().Command1(end));
+        };
+        const auto step = [&, beyond = beyond] {
+            cli().Command1(beyond).setEnabled(true);
+            click(cli().Command1(beyond));
+        };
+        const auto check = [&, number = number](bool) {
+            step();
+            EXPECT_EQ(cli().Text1(13).text(), number);
+        };
+        failEachCall(prepare, step, check, 2);
+    }
+}
+
 TEST_F(WorkshopFaults, ClashThatFailsToShowTheOtherOrderNeverWritesOverIt)
 {
     const auto save = [] { click(cli().Command1(1)); };
