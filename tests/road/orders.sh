@@ -146,6 +146,20 @@ expect_order 'after Yes the record of the other computer is edited' 0000007 Nome
 expect_numbers 'and no row is added' '0000001 0000002 0000003 0000007'
 close_record
 
+# --- both wrote the name: the second is refused until it has seen what the first one wrote
+use central
+arrive "$record"
+key space
+retype 'Da central outra vez'
+key alt+s alt+s
+expect_order 'nothing is written over it' 0000007 Nome 'De ambos'
+key alt+c
+shot 09-seen
+key space
+retype 'Da central por fim'
+key alt+s
+expect_order 'once seen it can be' 0000007 Nome 'Da central por fim'
+
 # --- delivered
 use central
 arrive "$record"
@@ -159,7 +173,7 @@ expect_rows 'the value is in the cash' "$main" \
     'SELECT codigo, descricao, quantidade IS NULL, valor, DATA FROM MOVIMENTO' \
     "0000001|Maria Souza|1|800000|$iso_today"
 arrive "$record"
-shot 09-delivered
+shot 10-delivered
 
 # --- deleted, after a No
 key alt+e space alt+e
