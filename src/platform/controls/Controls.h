@@ -71,6 +71,8 @@ public:
 protected:
     friend class Form;
     friend class FormWindow;
+    friend class WindowFocus;
+    friend class WindowKeys;
     friend class ControlArrayBase;
     // Connects the widget's signals when a window is made.
     virtual void attach(FormWindow& window, QWidget* widget);

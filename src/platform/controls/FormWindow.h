@@ -1,5 +1,8 @@
 #pragma once
 
+#include "WindowFocus.h"
+#include "WindowKeys.h"
+
 #include <QHash>
 #include <QObject>
 #include <QPointer>
@@ -12,10 +15,7 @@ class Control;
 class Form;
 class QAbstractButton;
 class QEventLoop;
-class QInputMethodEvent;
-class QKeyEvent;
 class QMouseEvent;
-class QShortcutEvent;
 
 // One window of a form, from its load to its unload, with the controls that its handles mean. It is
 // kept alive by the form and by each handler that began on it; dead, it fires no event any more.
@@ -40,29 +40,22 @@ public:
     // Returns when the window is gone.
     void waitUntilGone();
 
-    // Called for each move of the keyboard focus inside this window.
-    void focusMoved(QWidget* now);
+    WindowFocus& focus() { return focus_; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // What eventFilter does with each kind of event; true: it goes no further.
     void frameClosed(QEvent& event);
-    bool claimsKey(QKeyEvent& key) const;
-    bool accessKeyPressed(QAbstractButton& button, const QShortcutEvent& event);
     bool swallowsClick(const QAbstractButton& button) const;
-    bool keyArrived(QObject* watched, QKeyEvent& key);
     void mouseReleased(const QObject& watched, const QMouseEvent& mouse);
-    bool composedTextArrived(QObject* watched, QInputMethodEvent& event);
-    bool keyPressed(Control& control, QWidget& widget, QKeyEvent& event);
 
     Form& form_;
     std::unique_ptr<QWidget> widget_;
     bool alive_ = true;
     std::vector<QObject*> objects_;
     QHash<const QObject*, Control*> controls_;
-    QPointer<QWidget> lastFocus_;
     QPointer<QEventLoop> loop_;
-    bool leaving_ = false;
-    bool replacingKey_ = false;
+    WindowFocus focus_{*this};
+    WindowKeys keys_{*this};
 };
