@@ -1,6 +1,7 @@
 #include "RecordForms.h"
 
 #include "Application.h"
+#include "Form1principal.h"
 #include "Format.h"
 #include "Funciones.h"
 #include "GridRow.h"
@@ -54,6 +55,28 @@ QString examineDocument(TextBox& box)
 }
 
 } // namespace
+
+QString captionInUse(const QString& titleWithBlanks)
+{
+    return titleWithBlanks + principal().StatusBar1.panel(1) + u"  está usando"_s;
+}
+
+void tellFailedLoad(const RuntimeError& error, const QString& title)
+{
+    MsgBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
+    tellError(error, title);
+}
+
+void tellError(const RuntimeError& error, const QString& title)
+{
+    MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, title);
+}
+
+void openStatic(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection,
+                const QString& sql)
+{
+    table->Open(sql, connection.shared(), CursorType::Static, LockType::Optimistic);
+}
 
 void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled)
 {

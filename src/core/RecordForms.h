@@ -15,6 +15,35 @@ class RuntimeError;
 // What the record forms and the search dialogs do alike, as free functions. What a form does in its
 // own way is written in that form.
 
+// The button array of a record form; 6 and 7 print where a form prints at all.
+namespace button {
+enum Index
+{
+    Incluir,
+    Salvar,
+    Editar,
+    Excluir,
+    Procurar,
+    Copiar,
+    Fechar = 8,
+    Cancela,
+    Anterior,
+    Posterior,
+    Primeira,
+    Ultima
+};
+}
+
+// "title      Usuario: Ana  está usando", from the main window's status bar.
+QString captionInUse(const QString& titleWithBlanks);
+// The two boxes of a record form's load that failed.
+void tellFailedLoad(const RuntimeError& error, const QString& title = {});
+// Critical box with the title, "Erro nº ", number, line break and description.
+void tellError(const RuntimeError& error, const QString& title);
+// Opens the table static and optimistic.
+void openStatic(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection,
+                const QString& sql);
+
 // Members first to last, or those listed. Error 340 for one that the array lacks.
 void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled);
 void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes,

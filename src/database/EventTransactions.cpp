@@ -73,6 +73,12 @@ void EventTransactions::fail(const RuntimeError& error)
         database->rollback();
 }
 
+void EventTransactions::undo()
+{
+    for (const auto& database : std::exchange(writing_, {}))
+        database->rollback();
+}
+
 bool EventTransactions::hasFailed() const
 {
     return failure_ && joins() && failure_->loopLevel == gate::nestedLoops();

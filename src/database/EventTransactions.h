@@ -67,6 +67,8 @@ public:
 
     // False where writes were lost; the user was told.
     bool commitNow();
+    // Takes back what is not durable yet.
+    void undo();
 
     void install();
     // The power-cut tests show with it that they can fail.

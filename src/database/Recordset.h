@@ -87,6 +87,15 @@ public:
     // current, -2147217887 for a Null that the field refuses (the row stays pending), 3021 at BOF
     // or EOF.
     void Update();
+    // Update as a record form does it, within its piece: takes the row's stored version anew. What
+    // only another station changed since this recordset showed it stays; where both changed a field
+    // to different values, or the row is gone, error -2147217864, nothing is written, and the row
+    // shows what is stored as soon as it is left or its edit is cancelled. A Null that was shown
+    // and is written as the empty text, zero or no counts as not changed here.
+    void UpdateMerged();
+    // Whether UpdateMerged of the pending edit would be refused; then the row shows what is stored
+    // once the edit is cancelled.
+    bool wouldOverwrite();
     void CancelUpdate();
     // Error 3021 without a current row, 3219 while a new row is pending, 3251 on a read-only
     // recordset, -2147217864 as Update.
@@ -108,6 +117,10 @@ public:
     // current. Setting it moves there as the other moves do; error 3001 outside 1..RecordCount.
     int AbsolutePosition() const;
     void setAbsolutePosition(int position);
+
+    // A field of the n-th row from 0, in this recordset's order, without moving: own changes of
+    // stored rows included, a pending new row and a pending edit left out.
+    Value valueAt(int row, int position) const;
 
     // Takes the stored version of the current row anew, keeping what this recordset shows: the next
     // Update then writes over what others stored since. Only the write-off of stock asks for it.

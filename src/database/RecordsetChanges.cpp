@@ -6,6 +6,26 @@
 // that stands pending is never written by a move: it was left to neither Update nor CancelUpdate by
 // mistake.
 
+namespace {
+
+// What a Null is written as where a form shows it empty.
+bool meansNothing(const Cell& cell)
+{
+    switch (cell.type) {
+    case Cell::Type::Null:
+        return true;
+    case Cell::Type::Integer:
+        return cell.integer == 0;
+    case Cell::Type::Real:
+        return cell.real == 0;
+    case Cell::Type::Text:
+        return cell.text.empty() || cell.text == "0" || cell.text == "0,00";
+    }
+    return false;
+}
+
+} // namespace
+
 void Recordset::AddNew()
 {
     faults::point(faults::Call::Recordset);
@@ -24,10 +44,28 @@ void Recordset::Update()
     state.update();
 }
 
+void Recordset::UpdateMerged()
+{
+    State& state = open();
+    if (state.pending == State::Pending::Edit && state.wouldOverwrite()) {
+        state.endPending();
+        throw RuntimeError(RuntimeError::RowChanged);
+    }
+    Update();
+}
+
+bool Recordset::wouldOverwrite()
+{
+    State& state = open();
+    return state.pending == State::Pending::Edit && state.wouldOverwrite();
+}
+
 void Recordset::CancelUpdate()
 {
     faults::point(faults::Call::Recordset);
-    open().endPending();
+    State& state = open();
+    state.endPending();
+    state.showStored();
 }
 
 void Recordset::Delete()
@@ -91,6 +129,35 @@ void Recordset::State::update()
         endPending();
         return;
     }
+}
+
+bool Recordset::State::wouldOverwrite()
+{
+    takeVersion(Database::Look::Now);
+    isOvertaken = !versionExists;
+    const RowView shownRow = rows.row(place);
+    for (auto value = written.begin(); versionExists && value != written.end();) {
+        const Cell before = shownRow.cell(value->first);
+        const Cell stored = version.view().cell(value->first);
+        const Cell now = value->second.view();
+        const bool byOther = !(stored == before);
+        if (byOther && before.isNull() && meansNothing(now)) {
+            value = written.erase(value);
+            continue;
+        }
+        isOvertaken |= byOther && !(now == before) && !(now == stored);
+        ++value;
+    }
+    return isOvertaken;
+}
+
+void Recordset::State::showStored()
+{
+    if (!std::exchange(isOvertaken, false) || bof || eof)
+        return;
+    takeVersion(Database::Look::Now);
+    if (versionExists)
+        rows.replace(place, std::make_shared<PackedRow>(version));
 }
 
 void Recordset::State::insertPending()

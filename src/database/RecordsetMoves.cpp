@@ -80,6 +80,12 @@ void Recordset::setAbsolutePosition(int position)
     state.stand(state.rows.placeOfNth(position - 1));
 }
 
+Value Recordset::valueAt(int row, int position) const
+{
+    const State& state = open();
+    return toValue(state.rows.row(state.rows.placeOfNth(row)).cell(position), state.kind(position));
+}
+
 void Recordset::retakeVersion()
 {
     State& state = open();

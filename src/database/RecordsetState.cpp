@@ -96,6 +96,7 @@ void Recordset::State::leaveRow()
     requireNoNewRow();
     if (pending == Pending::Edit)
         update();
+    showStored();
     refreshDynamic();
 }
 

@@ -55,6 +55,8 @@ struct Recordset::State final : TransactionWitness, EditHolder
     // The row as it will be, the pending values over the given one.
     PackedRow withPending(RowView row) const;
     void update();
+    bool wouldOverwrite();
+    void showStored();
     void remove();
     void insertPending();
     void writeEdit();
@@ -89,6 +91,8 @@ struct Recordset::State final : TransactionWitness, EditHolder
     // The stored row as it stood when it became current.
     PackedRow version;
     bool versionExists = false;
+    // The row on show is behind what another station stored in it.
+    bool isOvertaken = false;
 
     Pending pending = Pending::None;
     std::map<int, OwnedCell> written;
