@@ -5,6 +5,7 @@
 #include "Funciones.h"
 #include "MsgBox.h"
 #include "PreviousInstance.h"
+#include "Program.h"
 #include "RecordForms.h"
 #include "RuntimeError.h"
 #include "ui_Form1principal.h"
@@ -81,6 +82,7 @@ QString Form1principal::LegendaPrincipal()
 
 void Form1principal::Form_Load()
 try {
+    StatusBar1.setPanel(3, u"Versão "_s + program::version());
     if (previousInstance()) {
         for (Form* loaded : FormRegistry::instance().loadedForms())
             loaded->unload();

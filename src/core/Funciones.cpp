@@ -9,6 +9,9 @@
 #include "RuntimeError.h"
 #include "Strings.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -18,12 +21,27 @@ namespace {
 
 constexpr int Backspace = 8;
 
+// An empty path comes from the settings file, and the box has to name it.
+QString whyNoPath()
+{
+    const QFileInfo file(CaminhoIni());
+    const QString name = QDir::toNativeSeparators(file.filePath());
+    if (!file.exists())
+        return u"O arquivo de configuração %1 não existe."_s.arg(name);
+    if (!file.isFile() || !file.isReadable())
+        return u"O arquivo de configuração %1 não pode ser lido."_s.arg(name);
+    return u"O arquivo de configuração %1 não diz onde está o Banco de Dados: falta \"Caminho\" na "
+           u"seção [Local]."_s.arg(name);
+}
+
 void openMainFile(ObjectVariable<Connection>& connection, ObjectVariable<Recordset>& table)
 {
     // Read anew at each opening, so that a new path serves the next form without a restart.
     CaminhoBanco = LeIni(u"Local"_s, u"Caminho"_s, CaminhoIni());
     connection.create();
     table.create();
+    if (CaminhoBanco.isEmpty())
+        throw RuntimeError(RuntimeError::EngineFault, whyNoPath());
     connection->Open(u"Provider = Microsoft.Jet.OLEDB.4.0;Data Source = "_s + CaminhoBanco);
 }
 

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QSaveFile>
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,30 +21,31 @@ QString iniText(const QString& mainFile, bool withExamples)
 {
     QString text = u"[Local]\r\nCaminho=%1\r\nCaminho2=%1\r\n"
                    "[Opcao]\r\nMarque2=1\r\n"
-                   "[Configurar]\r\nCPFCGC=11222333000181\r\n"_s.arg(mainFile);
+                   "[Configurar]\r\n"_s.arg(mainFile);
     if (withExamples)
         for (const auto& [key, value] : sampleSettings())
             text += key + u'=' + value + u"\r\n"_s;
     return text;
 }
 
-// Western European, as profile files are; a folder whose name goes beyond that asks for the marked
-// wide form, or the path would lead nowhere.
+// Western European, as profile files are; a folder whose name goes beyond that asks for marked
+// UTF-8, or the path would lead nowhere.
 QByteArray iniBytes(const QString& text)
 {
     const QByteArray narrow = toWindows1252(text);
     if (fromWindows1252(narrow) == text)
         return narrow;
-    const QString marked = QChar(QChar::ByteOrderMark) + text;
-    return {reinterpret_cast<const char*>(marked.utf16()), marked.size() * 2};
+    return (QChar(QChar::ByteOrderMark) + text).toUtf8();
 }
 
 void writeIni(const QString& path, const QString& text)
 {
     QSaveFile file(path);
     const QByteArray bytes = iniBytes(text);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() ||
-        !commitDurably(file))
+    if (!file.open(QIODevice::WriteOnly))
+        throw RuntimeError(RuntimeError::PathFileAccess);
+    denyOthers(file);
+    if (file.write(bytes) != bytes.size() || !commitDurably(file))
         throw RuntimeError(RuntimeError::PathFileAccess);
 }
 
@@ -87,6 +89,15 @@ TableRows firstUser()
     return {u"VALIDAR"_s, {row}};
 }
 
+QStringList missingIn(const QDir& place)
+{
+    QStringList missing;
+    for (const QString& name : {u"GALTERIA1.mdb"_s, u"MIRANDEL1.mdb"_s, u"Banco.ini"_s})
+        if (!QFile::exists(place.filePath(name)))
+            missing += name;
+    return missing;
+}
+
 } // namespace
 
 QStringList layDownInstallation(const QString& folder, bool withExamples)
@@ -94,26 +105,27 @@ QStringList layDownInstallation(const QString& folder, bool withExamples)
     const QDir place(folder);
     if (!place.mkpath(u"."_s))
         throw RuntimeError(RuntimeError::PathFileAccess);
+    if (missingIn(place).isEmpty())
+        return {};
 
-    QStringList made;
-    const auto isMissing = [&](const QString& name) {
-        const bool missing = !QFile::exists(place.filePath(name));
-        if (missing)
-            made += name;
-        return missing;
-    };
+    // A second one that was started meanwhile waits, and finds what the first one made.
+    constexpr int LongestWait = 60'000; // milliseconds
+    QLockFile alone(place.filePath(u".vorbelo-setup.lock"_s));
+    if (!alone.tryLock(LongestWait))
+        throw RuntimeError(RuntimeError::PathFileAccess);
+    const QStringList missing = missingIn(place);
     const QString mainFile = place.absoluteFilePath(u"GALTERIA1.mdb"_s);
-    if (isMissing(u"GALTERIA1.mdb"_s)) {
+    if (missing.contains(u"GALTERIA1.mdb"_s)) {
         std::vector<TableRows> rows{firstUser()};
         if (withExamples)
             for (TableRows& group : sampleRows())
                 rows.push_back(std::move(group));
         makeDatabase(mainFile, schema::mainFile(), rows);
     }
-    if (isMissing(u"MIRANDEL1.mdb"_s))
+    if (missing.contains(u"MIRANDEL1.mdb"_s))
         makeDatabase(place.filePath(u"MIRANDEL1.mdb"_s), schema::saleListFile(), {});
-    if (isMissing(u"Banco.ini"_s))
+    if (missing.contains(u"Banco.ini"_s))
         writeIni(place.filePath(u"Banco.ini"_s),
                  iniText(QDir::toNativeSeparators(mainFile), withExamples));
-    return made;
+    return missing;
 }

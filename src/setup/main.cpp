@@ -1,5 +1,6 @@
 #include "HostPaths.h"
 #include "Installation.h"
+#include "Program.h"
 #include "RuntimeError.h"
 
 #include <QCommandLineParser>
@@ -30,13 +31,18 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(u"vorbelo-setup"_s);
 
     const QCommandLineOption examples(u"exemplos"_s);
+    const QCommandLineOption version(u"version"_s);
     const QCommandLineOption help(QStringList{u"h"_s, u"help"_s, u"ajuda"_s});
     QCommandLineParser parser;
     parser.addPositionalArgument(u"PASTA"_s, {});
-    parser.addOptions({examples, help});
+    parser.addOptions({examples, version, help});
     if (!parser.parse(QCoreApplication::arguments()) || parser.positionalArguments().size() > 1) {
         say(stderr, usage());
         return 2;
+    }
+    if (parser.isSet(version)) {
+        say(stdout, program::title() + u' ' + program::version());
+        return 0;
     }
     if (parser.isSet(help)) {
         say(stdout,
@@ -46,6 +52,7 @@ int main(int argc, char** argv)
                 "Um arquivo que já existe nunca é alterado.\n\n"
                 "  PASTA        Pasta da instalação; sem ela, a do programa.\n"
                 "  --exemplos   Inclui os dados de uma oficina de exemplo.\n"
+                "  --version    Mostra a versão.\n"
                 "  --ajuda      Mostra esta ajuda.\n\n"
                 "Primeiro usuário: Administrador, senha 1234, com todos os níveis de acesso."_s);
         return 0;

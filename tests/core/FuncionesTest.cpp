@@ -6,6 +6,8 @@
 #include "RecordForms.h"
 #include "RuntimeError.h"
 
+#include <QDir>
+
 using namespace Funciones;
 
 namespace {
@@ -86,13 +88,26 @@ TEST(Documents, CheckDigitsDecide)
 
 TEST_F(Funcoes, FailedOpeningLeavesConfigurationAndExit)
 {
-    for (const QString& path : {folder() + u"/nada.mdb"_s, QString()}) {
-        setIni(u"Local"_s, u"Caminho"_s, path);
+    const QString ini = u"Erro nº -2147467259\nO arquivo de configuração "_s + iniFile();
+    const std::pair<QString, QString> rows[] = {
+        {folder() + u"/nada.mdb"_s, openError(folder() + u"/nada.mdb"_s)},
+        {QString(),
+         ini + u" não diz onde está o Banco de Dados: falta \"Caminho\" na seção [Local]."_s},
+        {u"folder"_s, ini + u" não pode ser lido."_s},
+        {u"none"_s, ini + u" não existe."_s},
+    };
+    for (const auto& [path, text] : rows) {
+        if (path == u"none"_s)
+            ASSERT_TRUE(QDir().rmdir(iniFile()));
+        else if (path == u"folder"_s)
+            ASSERT_TRUE(QFile::remove(iniFile()) && QDir().mkdir(iniFile()));
+        else
+            setIni(u"Local"_s, u"Caminho"_s, path);
         setEnabled(principal().Command1, 0, 15, true);
         for (Menu* entry :
              {&principal().mnucadastro, &principal().mnupedido, &principal().mnubackup})
             entry->setEnabled(true);
-        expectConnectionBox(path);
+        expectBox(text, Answer::Ok, BoxButtons::Ok, BoxIcon::Critical, u"conecxão"_s);
         expectAdvice();
 
         AbreBanco();

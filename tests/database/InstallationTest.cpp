@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <thread>
+
 using InstallationTest = DatabaseTest;
 
 TEST_F(InstallationTest, NothingThatExistsIsTouched)
@@ -70,7 +72,30 @@ TEST_F(InstallationTest, ExamplesAreAsAShopWouldHaveThem)
         EXPECT_TRUE(document.size() == 11 ? Funciones::ValidaCPF(document)
                                           : Funciones::ValidaCGC(document))
             << document.toStdString();
+}
 
-    EXPECT_TRUE(Funciones::ValidaCGC(
-        Funciones::LeIni(u"Configurar"_s, u"CPFCGC"_s, place + u"/Banco.ini"_s)));
+TEST_F(InstallationTest, TwoAtOnceMakeOneInstallationThatIsNoOneElses)
+{
+    const QString place = folder() + u"/duas"_s;
+    QStringList made[2];
+    int errors[2];
+    const auto layDown = [&](int i) {
+        errors[i] = errorOf([&] { made[i] = layDownInstallation(place, true); });
+    };
+    std::thread other(layDown, 1);
+    layDown(0);
+    other.join();
+    EXPECT_EQ(errors[0] + errors[1], 0);
+    EXPECT_EQ(made[0].size() + made[1].size(), 3);
+    const QDir lain(place);
+    const auto entries = QDir::Files | QDir::Hidden;
+    EXPECT_EQ(lain.entryList(entries).size(), 3) << qPrintable(lain.entryList(entries).join(u' '));
+    const auto others = QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    EXPECT_FALSE(QFile::permissions(lain.filePath(u"Banco.ini"_s)) & others);
+    for (const QString& key : {u"Titulo"_s, u"CPFCGC"_s})
+        EXPECT_EQ(Funciones::LeIni(u"Configurar"_s, key, lain.filePath(u"Banco.ini"_s)).isEmpty(),
+                  key == u"CPFCGC"_s)
+            << "nobody's document is made up";
+    EXPECT_EQ(Funciones::LeIni(u"Local"_s, u"Caminho2"_s, lain.filePath(u"Banco.ini"_s)),
+              lain.filePath(u"GALTERIA1.mdb"_s));
 }

@@ -143,6 +143,30 @@ TEST_F(ProfileFileTest, AFileMarkedUnicodeIsReadAndKeptAsSuch)
               QByteArray(reinterpret_cast<const char*>(after.constData()), after.size() * 2));
 }
 
+TEST_F(ProfileFileTest, AFileInUtf8IsReadAndKeptAsSuchAndIsNoOneElses)
+{
+    for (const QByteArray& mark : {QByteArray(), QByteArray("\xEF\xBB\xBF")}) {
+        const QByteArray before = mark + u"[Configurar]\r\nTitulo=Ótica Łódź\r\n"_s.toUtf8();
+        lay(path(), before);
+        EXPECT_EQ(read(u"Titulo"_s), u"Ótica Łódź"_s);
+        ASSERT_TRUE(write(u"Site"_s, u"ž"_s));
+        EXPECT_EQ(contents(path()), before + u"Site=ž\r\n"_s.toUtf8());
+    }
+    // A file of plain letters, or one with a byte that is no UTF-8, stays Western European.
+    for (const QByteArray& before :
+         {QByteArray("[Configurar]\r\n"), QByteArray("[Configurar]\r\nTitulo=\xC3\xA7\xE3o\r\n")}) {
+        lay(path(), before);
+        ASSERT_TRUE(write(u"Site"_s, u"ç"_s));
+        EXPECT_EQ(contents(path()), before + "Site=\xE7\r\n");
+    }
+    ASSERT_TRUE(QFile::remove(path()) && write(u"Site"_s, u"a"_s));
+    const auto others = QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    EXPECT_FALSE(QFile::permissions(path()) & others);
+    // The bytes of these two would read as one letter of UTF-8.
+    ASSERT_TRUE(write(u"Site"_s, u"Ã©"_s));
+    EXPECT_EQ(read(u"Site"_s), u"Ã©"_s);
+}
+
 TEST_F(ProfileFileTest, WhatCannotBeWrittenLeavesTheFileAsItWas)
 {
     const QByteArray before = "[Configurar]\r\nTitulo=a\r\n";
@@ -214,10 +238,15 @@ TEST_F(SystemTest, ADriveLetterIsALinkInTheConfigurationOrBesideTheProgram)
     // Not mapped, mapped to what is gone, and the letter left out.
     for (const QString& path : {u"Z:\\x"_s, u"G:\\x"_s, u":\\Arquivos de programas"_s})
         EXPECT_EQ(errorOf([&] { hostPath(path); }), 76) << qPrintable(path);
+    EXPECT_EQ(mappedDrives(), (QStringList{u"f:"_s, u"g:"_s, u"r:"_s}));
+    EXPECT_EQ(driveFolder(u"F:"_s), net);
+    for (const QString& drive : {u"g:"_s, u"z:"_s, u"1:"_s, u""_s})
+        EXPECT_EQ(errorOf([&] { driveFolder(drive); }), 68) << qPrintable(drive);
 
     const QDir own(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
                    u"/unidades"_s);
     ASSERT_TRUE(own.path().startsWith(directory_.path()) && own.mkpath(u"f:"_s));
+    EXPECT_EQ(mappedDrives().size(), 3);
     EXPECT_EQ(hostPath(u"F:\\x"_s), own.canonicalPath() + u"/f:/x"_s)
         << "the user's own goes first";
 }
@@ -248,6 +277,12 @@ TEST_F(SystemTest, AnInstanceIsHeldPerInstallationAndAKilledOneLeavesNoTrace)
     waitpid(child, nullptr, 0);
     const InstanceLock lock(folder);
     EXPECT_FALSE(lock.heldByAnother());
+    // What is held is the folder itself: no file of a known name, which another could plant.
+    QStringList open;
+    for (const QFileInfo& handle :
+         QDir(u"/proc/self/fd"_s).entryInfoList(QDir::System | QDir::Dirs))
+        open += handle.symLinkTarget();
+    EXPECT_TRUE(open.contains(QFileInfo(folder).canonicalFilePath()));
     close(ready[0]);
     close(ready[1]);
 }
@@ -261,4 +296,20 @@ TEST_F(SystemTest, AProgramStartedFromHereDoesNotHoldTheInstance)
     }
     EXPECT_FALSE(InstanceLock(directory_.path()).heldByAnother());
     EXPECT_EQ(errorOf([] { Shell(u"no-such-program -x"_s); }), 53);
+}
+
+TEST_F(SystemTest, AnAddressGoesToTheOpenerAndItsRefusalIsTold)
+{
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(directory_.path()));
+    const auto openAddress = [] { return errorOf([] { Shell(u"explorer www.x.example/a b"_s); }); };
+    EXPECT_EQ(openAddress(), 53) << "no opener";
+    const QString opener = directory_.filePath(u"xdg-open"_s);
+    for (const auto& [line, error] : {std::pair("exit 3", 53), {"echo \"$1\" > $0.log", 0}}) {
+        lay(opener, QByteArray("#!/bin/sh\n") + line + '\n');
+        QFile::setPermissions(opener, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        EXPECT_EQ(openAddress(), error) << line;
+    }
+    qputenv("PATH", path);
+    EXPECT_EQ(contents(opener + u".log"_s), "http://www.x.example/a b\n");
 }

@@ -2,6 +2,7 @@
 
 #include "EventGate.h"
 #include "FormRegistry.h"
+#include "Program.h"
 
 #include <QApplication>
 #include <QFont>
@@ -89,7 +90,7 @@ void prepareApplication(QApplication& application)
     font.setPointSize(10);
     font.setStyleHint(QFont::SansSerif);
     QApplication::setFont(font);
-    QApplication::setApplicationName(u"Vorbelo"_s);
+    QApplication::setApplicationName(program::title());
     QApplication::setQuitOnLastWindowClosed(false);
     // The words of the toolkit's own dialogs and menus; without the file they stay English.
     auto* translator = new QTranslator(&application);

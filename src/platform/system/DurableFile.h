@@ -5,3 +5,7 @@ class QSaveFile;
 // Brings the temporary file to the disk, renames it to its name and brings the folder to the disk.
 // False, with whatever stood under the name before, where a write, the sync or the rename failed.
 bool commitDurably(QSaveFile& file);
+
+// Takes from a file that is being made every right of those who are neither its owner nor of its
+// group; before the first byte is written.
+void denyOthers(QSaveFile& file);

@@ -3,9 +3,9 @@
 #include "RuntimeError.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -33,6 +33,7 @@ bool isDriveLetter(QChar character)
     return lower >= u'a' && lower <= u'z';
 }
 
+// Empty where the letter is not mapped, or to what is away.
 QString mappedFolder(QChar letter)
 {
     const QStringList folders = mappingFolders();
@@ -43,7 +44,7 @@ QString mappedFolder(QChar letter)
                 return link.canonicalFilePath();
         }
     }
-    throw RuntimeError(RuntimeError::PathNotFound);
+    return {};
 }
 
 } // namespace
@@ -59,12 +60,41 @@ QString hostPath(const QString& path)
         return slashed;
 
     const QString folder = mappedFolder(slashed[0]);
+    if (folder.isEmpty())
+        throw RuntimeError(RuntimeError::PathNotFound);
     QString rest = slashed.mid(2);
     if (rest.startsWith(u'/'))
         rest.remove(0, 1);
     if (rest.isEmpty())
         return folder;
     return folder + (folder.endsWith(u'/') ? u""_s : u"/"_s) + rest;
+}
+
+QStringList mappedDrives()
+{
+    QStringList drives;
+    const QStringList folders = mappingFolders();
+    for (const QString& folder : folders) {
+        const QStringList names =
+            QDir(folder + u"/unidades"_s)
+                .entryList(QDir::AllDirs | QDir::System | QDir::NoDotAndDotDot);
+        for (const QString& name : names)
+            if (name.size() == 2 && name[1] == u':' && isDriveLetter(name[0]))
+                drives += name.toLower();
+    }
+    drives.sort();
+    drives.removeDuplicates();
+    return drives;
+}
+
+QString driveFolder(const QString& drive)
+{
+    QString folder;
+    if (!drive.isEmpty() && isDriveLetter(drive[0]))
+        folder = mappedFolder(drive[0]);
+    if (folder.isEmpty())
+        throw RuntimeError(RuntimeError::DeviceUnavailable);
+    return folder;
 }
 
 QString applicationFolder()

@@ -2,55 +2,27 @@
 
 #include "HostPaths.h"
 
-#include <QCryptographicHash>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-// One for the computer, whoever is logged in: two users' programs would share one sale list.
-QString lockPath(const QString& installationFolder)
-{
-    const QFileInfo info(installationFolder);
-    const QString folder = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
-    const QByteArray hash =
-        QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex().left(24);
-    return QStringLiteral(P_tmpdir) + u"/vorbelo-"_s + QString::fromLatin1(hash) + u".lock"_s;
-}
-
-} // namespace
-
+// Of a folder on a share this lock stays on the computer, as it is meant to: each one runs its own
+// program there.
 InstanceLock::InstanceLock(const QString& installationFolder)
+    // Programs started from here must not inherit the lock.
+    : folder_(open(QFile::encodeName(installationFolder).constData(),
+                   O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
-    const QByteArray path = QFile::encodeName(lockPath(installationFolder));
-    // Programs started from here must not inherit the lock, and a planted link must not be
-    // followed.
-    constexpr int Flags = O_RDONLY | O_CLOEXEC | O_NOFOLLOW;
-    constexpr mode_t ForAll = S_IRUSR | S_IRGRP | S_IROTH;
-    file_ = open(path.constData(), Flags | O_CREAT, ForAll);
-    if (file_ < 0)
-        file_ = open(path.constData(), Flags); // another user's
-    if (file_ < 0)
-        return;
-    // The sticky bit keeps it through the periodic clean-up of temporary files.
-    fchmod(file_, ForAll | S_ISVTX);
-    heldByAnother_ = flock(file_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    heldByAnother_ = folder_ >= 0 && flock(folder_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 InstanceLock::~InstanceLock()
 {
-    // The file stays: removing it would let two later programs lock two files of one name.
-    if (file_ >= 0)
-        close(file_);
+    if (folder_ >= 0)
+        close(folder_);
 }
 
 bool previousInstance()

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-// The mark of a running program: a lock on a small file among the temporary ones of this
-// computer, named after the installation folder, which need not be writable. The system gives the
-// lock back when the process ends, also when it is killed.
+// The mark of a running program: a lock on the installation folder itself, which every user of this
+// computer meets and which need not be writable. No file is made, so that nobody can plant another
+// one in its place. The system gives the lock back when the process ends, also when it is killed.
 class InstanceLock
 {
 public:
@@ -13,12 +13,12 @@ public:
     InstanceLock(const InstanceLock&) = delete;
     InstanceLock& operator=(const InstanceLock&) = delete;
 
-    // True where a living holder has it already. A file that cannot be made at all counts as free:
-    // the shop must be able to work.
+    // True where a living holder has it already. A folder that cannot be opened counts as free: the
+    // shop must be able to work.
     bool heldByAnother() const { return heldByAnother_; }
 
 private:
-    int file_ = -1;
+    int folder_ = -1;
     bool heldByAnother_ = false;
 };
 

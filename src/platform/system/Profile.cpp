@@ -2,6 +2,9 @@
 
 #include "Windows1252.h"
 
+#include <QStringConverter>
+
+#include <algorithm>
 #include <cstring>
 
 using namespace Qt::Literals::StringLiterals;
@@ -9,6 +12,15 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QByteArray utf16Mark = QByteArrayLiteral("\xFF\xFE");
+const QByteArray utf8Mark = QByteArrayLiteral("\xEF\xBB\xBF");
+
+// Stateless: a mark is a character like any other, in the middle of the file too.
+QString utf8Text(const QByteArray& bytes)
+{
+    constexpr auto Flags =
+        QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom;
+    return QStringDecoder(QStringConverter::Utf8, Flags)(bytes);
+}
 
 QStringView withoutBlanks(QStringView text)
 {
@@ -40,17 +52,41 @@ QString onOneLine(const QString& value)
 
 } // namespace
 
-Profile::Profile(const QByteArray& bytes) : utf16_(bytes.startsWith(utf16Mark))
+Profile::Encoding Profile::encodingOf(const QByteArray& bytes)
 {
-    if (!utf16_) {
+    if (bytes.startsWith(utf16Mark))
+        return Encoding::Utf16;
+    const bool marked = bytes.startsWith(utf8Mark);
+    // A damaged file with the mark goes through the table of bytes, which keeps each of them.
+    if (utf8Text(bytes).toUtf8() != bytes)
+        return Encoding::Windows1252;
+    if (marked)
+        return Encoding::MarkedUtf8;
+    const bool plain = std::all_of(bytes.begin(), bytes.end(), [](char c) { return c >= 0; });
+    return plain ? Encoding::Windows1252 : Encoding::Utf8;
+}
+
+Profile::Profile(const QByteArray& bytes) : encoding_(encodingOf(bytes))
+{
+    switch (encoding_) {
+    case Encoding::Windows1252:
         split(fromWindows1252(bytes));
-        return;
+        break;
+    case Encoding::Utf8:
+        split(utf8Text(bytes));
+        break;
+    case Encoding::MarkedUtf8:
+        split(utf8Text(bytes.sliced(utf8Mark.size())));
+        break;
+    case Encoding::Utf16: {
+        // An odd byte at the end is half a character, and goes.
+        QString text((bytes.size() - utf16Mark.size()) / 2, Qt::Uninitialized);
+        std::memcpy(text.data(), bytes.constData() + utf16Mark.size(),
+                    static_cast<std::size_t>(text.size()) * 2);
+        split(text);
+        break;
     }
-    // An odd byte at the end is half a character, and goes.
-    QString text((bytes.size() - utf16Mark.size()) / 2, Qt::Uninitialized);
-    std::memcpy(text.data(), bytes.constData() + utf16Mark.size(),
-                static_cast<std::size_t>(text.size()) * 2);
-    split(text);
+    }
 }
 
 std::optional<QString> Profile::value(const QString& section, const QString& key) const
@@ -77,9 +113,22 @@ QByteArray Profile::bytes() const
     QString text;
     for (const Line& line : lines_)
         text += line.text + line.ending;
-    if (!utf16_)
-        return toWindows1252(text);
-    return utf16Mark + QByteArray(reinterpret_cast<const char*>(text.constData()), text.size() * 2);
+    switch (encoding_) {
+    case Encoding::Windows1252:
+        // What would be taken for UTF-8 the next time becomes that, with the mark.
+        if (const QByteArray narrow = toWindows1252(text);
+            encodingOf(narrow) == Encoding::Windows1252)
+            return narrow;
+        break;
+    case Encoding::Utf8:
+        return text.toUtf8();
+    case Encoding::MarkedUtf8:
+        break;
+    case Encoding::Utf16:
+        return utf16Mark +
+               QByteArray(reinterpret_cast<const char*>(text.constData()), text.size() * 2);
+    }
+    return utf8Mark + text.toUtf8();
 }
 
 std::optional<QStringView> Profile::heading(const Line& line)

@@ -6,8 +6,9 @@
 #include <optional>
 #include <vector>
 
-// The text of a profile file in memory: Windows-1252, or UTF-16 where its mark stands at the front.
-// What is not set anew comes out byte for byte as it went in.
+// The text of a profile file in memory: Windows-1252; UTF-8 or UTF-16 where its mark stands at the
+// front; and UTF-8 without a mark where it has characters beyond ASCII that all read as such, which
+// Windows-1252 gives by a freak only. What is not set anew comes out byte for byte as it went in.
 class Profile
 {
 public:
@@ -35,6 +36,15 @@ private:
         std::size_t end;
     };
 
+    enum class Encoding
+    {
+        Windows1252,
+        Utf8,
+        MarkedUtf8,
+        Utf16
+    };
+
+    static Encoding encodingOf(const QByteArray& bytes);
     static std::optional<QStringView> heading(const Line& line);
     static bool isKey(const Line& line, const QString& key);
 
@@ -44,6 +54,6 @@ private:
     std::size_t endOfText(const Section& section) const;
     void insert(std::size_t place, const QString& text);
 
-    bool utf16_;
+    Encoding encoding_;
     std::vector<Line> lines_;
 };

@@ -52,8 +52,11 @@ bool write(const QString& section, const QString& key, const QString& value, con
     profile.set(section, key, value);
     const QByteArray after = profile.bytes();
     QSaveFile file(real);
-    return file.open(QIODevice::WriteOnly) && file.write(after) == after.size() &&
-           commitDurably(file);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    if (!target.exists())
+        denyOthers(file);
+    return file.write(after) == after.size() && commitDurably(file);
 }
 
 QString read(const QString& section, const QString& key, const QString& defaultValue,

@@ -3,7 +3,8 @@
 #include <QString>
 
 // The plain Windows profile file, after the published pages of GetPrivateProfileString and
-// WritePrivateProfileString: sections and keys without regard to case, Windows-1252, CRLF.
+// WritePrivateProfileString: sections and keys without regard to case, CRLF. Windows-1252 where the
+// file does not say otherwise (Profile.h). A new file is closed to all but owner and group.
 
 // The value, or the default where file, section or key is missing; at most bufferSize - 1
 // characters.

@@ -2,10 +2,11 @@
 
 #include "RuntimeError.h"
 
-#include <QDesktopServices>
 #include <QProcess>
 #include <QStringList>
 #include <QUrl>
+
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -17,11 +18,25 @@ bool isExplorer(const QString& program)
            program.compare(u"explorer.exe", Qt::CaseInsensitive) == 0;
 }
 
+// The opener tells by its exit status that it knows no browser; where it goes on running, it is the
+// browser.
 bool openAddress(const QString& address)
 {
+    constexpr int LongestSearch = 2000; // milliseconds
     const QUrl url = QUrl::fromUserInput(address);
-    return url.isValid() && (QDesktopServices::openUrl(url) ||
-                             QProcess::startDetached(u"xdg-open"_s, {url.toString()}));
+    auto opener = std::make_unique<QProcess>();
+    opener->setStandardInputFile(QProcess::nullDevice());
+    opener->setStandardOutputFile(QProcess::nullDevice());
+    opener->setStandardErrorFile(QProcess::nullDevice());
+    opener->start(u"xdg-open"_s, {url.toString()});
+    if (!url.isValid() || !opener->waitForStarted())
+        return false;
+    if (opener->waitForFinished(LongestSearch))
+        return opener->exitStatus() == QProcess::NormalExit && opener->exitCode() == 0;
+    // It outlives this program.
+    QObject::connect(opener.get(), &QProcess::finished, opener.get(), &QObject::deleteLater);
+    opener.release();
+    return true;
 }
 
 } // namespace
