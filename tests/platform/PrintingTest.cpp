@@ -11,6 +11,8 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QGraphicsView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
 #include <QRegularExpression>
@@ -86,6 +88,17 @@ QString outputOf(const QString& program, const QStringList& arguments)
     process.start(program, arguments);
     EXPECT_TRUE(process.waitForFinished());
     return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+// Whether something is written there on the sheet in view.
+bool hasInk(const QDialog& window, const QRect& place)
+{
+    const QImage image = window.findChild<QGraphicsView*>()->grab(place).toImage();
+    int ink = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            ink += qGray(image.pixel(x, y)) < 100;
+    return ink > 20 && ink < image.width() * image.height() / 2;
 }
 
 QString textOf(const QString& pdf)
@@ -279,9 +292,17 @@ TEST_F(PrintingTest, ThePreviewPrintsOnEnterAndNotOnEsc)
 {
     printer_.setDevice(std::make_shared<PreviewDevice>(recorder_));
     for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return}) {
-        printer_.print(u"folha"_s);
+        printer_.at(500, 0).print(u"folha"_s);
+        printer_.NewPage();
+        printer_.at(500, 850).print(u"segunda"_s);
         atDialog([answer](QDialog& window) {
-            EXPECT_FALSE(window.grab().isNull());
+            const QRect first(70, 18, 300, 35);
+            const QRect second = first.translated(0, 50);
+            for (const Qt::Key turned : {Qt::Key_End, Qt::Key_Home}) {
+                key(turned);
+                EXPECT_EQ(hasInk(window, first), turned == Qt::Key_Home);
+                EXPECT_EQ(hasInk(window, second), turned == Qt::Key_End);
+            }
             for (const Qt::Key turn : {Qt::Key_PageDown, Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Home})
                 key(turn);
             key(answer);
@@ -308,12 +329,23 @@ TEST_F(PrintingTest, TheDialogGivesAPreviewOfAFileNamedWithoutAFolder)
 
 TEST_F(PrintingTest, CancelledTheDialogKeepsThePrinterAndNeverAFileWrittenBefore)
 {
+    QString note;
     const auto cancel = [&] {
-        atDialog([](QDialog&) { key(Qt::Key_Escape); });
+        atDialog([&](QDialog& dialog) {
+            for (const QLabel* label : dialog.findChildren<QLabel*>())
+                if (label->text().contains(u"Cancelar"_s))
+                    note = label->text();
+            key(Qt::Key_Escape);
+        });
         CommonDialog().ShowPrinter(u"Recibo"_s);
     };
     cancel();
     EXPECT_EQ(printer_.device(), recorder_);
+    const auto queue = std::make_shared<SystemPrinterDevice>(u"Balcão"_s);
+    printer_.setDevice(queue);
+    cancel();
+    EXPECT_EQ(printer_.device(), queue);
+    EXPECT_TRUE(note.contains(u"Balcão"_s)) << qPrintable(note);
 
     const auto chosen = std::make_shared<PdfDevice>(directory_.filePath(u"a.pdf"_s));
     const std::shared_ptr<PageDevice> before[]{nullptr, chosen,
@@ -321,6 +353,7 @@ TEST_F(PrintingTest, CancelledTheDialogKeepsThePrinterAndNeverAFileWrittenBefore
     for (const auto& last : before) {
         printer_.setDevice(last);
         cancel();
+        EXPECT_TRUE(note.contains(directory_.path())) << qPrintable(note);
         auto kept = printer_.device();
         if (const auto preview = std::dynamic_pointer_cast<PreviewDevice>(kept))
             kept = preview->inner();

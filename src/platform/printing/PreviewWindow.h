@@ -3,11 +3,12 @@
 #include "Printer.h"
 
 #include <QDialog>
+#include <QPrinter>
 
-class QScrollArea;
+class QPrintPreviewWidget;
 
-// The pages on the screen before they go to paper. Accepted: print them. Page keys and the wheel
-// turn the pages, "+" and "-" change the scale.
+// The pages on the screen before they go to paper. Accepted: print them. Page keys scroll and turn
+// the pages, "+" and "-" change the scale.
 class PreviewWindow : public QDialog
 {
 public:
@@ -17,9 +18,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void setScale(double scale);
+    // Scrolls by most of what is in view; at the end of the sheet it turns to the next one.
+    void turn(int direction);
 
-    class Sheets;
-    QScrollArea* area_;
-    Sheets* sheets_;
+    // Gives the sheets their size, and never prints.
+    QPrinter paper_{QPrinter::HighResolution};
+    QPrintPreviewWidget* preview_;
 };

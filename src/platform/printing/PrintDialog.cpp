@@ -17,6 +17,25 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// The forms print on after "Cancelar", and whoever presses it must know where to.
+QString whatCancelDoes(const PageDevice* last)
+{
+    QString device = u"em um arquivo PDF na pasta "_s + QDir::toNativeSeparators(documentsFolder());
+    bool seenFirst = false;
+    if (const auto* const preview = dynamic_cast<const PreviewDevice*>(last)) {
+        seenFirst = true;
+        last = preview->inner().get();
+    }
+    if (const auto* const system = dynamic_cast<const SystemPrinterDevice*>(last))
+        device = u"em "_s + system->printerName();
+    return u"\"Cancelar\" fecha só esta janela: o documento sai assim mesmo, "_s + device +
+           (seenFirst ? u", depois de mostrado."_s : u"."_s);
+}
+
+} // namespace
+
 PrintDialog::PrintDialog(const QString& documentName, const PageDevice* last, QWidget* parent)
     : QDialog(parent), devices_(new QComboBox(this)), file_(new QLineEdit(this)),
       browse_(new QPushButton(u"&Localizar..."_s, this)),
@@ -65,6 +84,8 @@ void PrintDialog::build(const QString& documentName)
     deviceLabel->setBuddy(devices_);
     auto* const fileLabel = new QLabel(u"&Arquivo:"_s, this);
     fileLabel->setBuddy(file_);
+    note_ = new QLabel(this);
+    note_->setWordWrap(true);
     auto* const buttons = new QDialogButtonBox(this);
     QPushButton* const print = buttons->addButton(u"&Imprimir"_s, QDialogButtonBox::AcceptRole);
     buttons->addButton(u"Cancelar"_s, QDialogButtonBox::RejectRole);
@@ -76,7 +97,8 @@ void PrintDialog::build(const QString& documentName)
     layout->addWidget(file_, 1, 1);
     layout->addWidget(browse_, 1, 2);
     layout->addWidget(preview_, 2, 1, 1, 2);
-    layout->addWidget(buttons, 3, 0, 1, 3);
+    layout->addWidget(note_, 3, 0, 1, 3);
+    layout->addWidget(buttons, 4, 0, 1, 3);
 
     connect(devices_, &QComboBox::currentIndexChanged, this, &PrintDialog::enableFile);
     connect(browse_, &QPushButton::clicked, this, &PrintDialog::browse);
@@ -88,6 +110,7 @@ void PrintDialog::build(const QString& documentName)
 
 void PrintDialog::begin(const PageDevice* last)
 {
+    note_->setText(whatCancelDoes(last));
     if (const auto* const preview = dynamic_cast<const PreviewDevice*>(last)) {
         preview_->setChecked(true);
         last = preview->inner().get();

@@ -6,6 +6,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -35,6 +36,7 @@ private:
     QLineEdit* file_;
     QPushButton* browse_;
     QCheckBox* preview_;
+    QLabel* note_;
     // The file that the user has already agreed to replace.
     QString agreedPath_;
 };
