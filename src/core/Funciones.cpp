@@ -1,8 +1,8 @@
 #include "Funciones.h"
 
-#include "EventTransactions.h"
 #include "Form1principal.h"
 #include "HostPaths.h"
+#include "ListMark.h"
 #include "MsgBox.h"
 #include "ProfileFile.h"
 #include "RecordForms.h"

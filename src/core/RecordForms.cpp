@@ -69,7 +69,8 @@ void tellFailedLoad(const RuntimeError& error, const QString& title)
 
 void tellError(const RuntimeError& error, const QString& title)
 {
-    MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, title);
+    if (!error.wasTold())
+        MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, title);
 }
 
 void openStatic(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection,

@@ -38,7 +38,8 @@ enum Index
 QString captionInUse(const QString& titleWithBlanks);
 // The two boxes of a record form's load that failed.
 void tellFailedLoad(const RuntimeError& error, const QString& title = {});
-// Critical box with the title, "Erro nº ", number, line break and description.
+// Critical box with the title, "Erro nº ", number, line break and description; nothing where the
+// user was told of this error already.
 void tellError(const RuntimeError& error, const QString& title);
 // Opens the table static and optimistic.
 void openStatic(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection,

@@ -2,6 +2,7 @@
 
 #include "EventTransactions.h"
 #include "FailingDisk.h"
+#include "ListMark.h"
 
 namespace {
 

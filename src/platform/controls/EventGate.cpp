@@ -34,11 +34,13 @@ void report(const Form& form, OnError onError, const RuntimeError& error)
     case OnError::Silent:
         return;
     case OnError::Box:
-        MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, form.caption());
+        if (!error.wasTold())
+            MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, form.caption());
         return;
     case OnError::End:
         std::fprintf(stderr, "%s\n", qPrintable(error.text().replace(u'\n', u' ')));
-        MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical);
+        if (!error.wasTold())
+            MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical);
         endProgram(EndReason::Fault);
         return;
     }

@@ -89,3 +89,10 @@ QString RuntimeError::text() const
 {
     return QStringLiteral("Erro nº ") + QString::number(number_) + u'\n' + description_;
 }
+
+RuntimeError RuntimeError::told() const
+{
+    RuntimeError error = *this;
+    error.wasTold_ = true;
+    return error;
+}

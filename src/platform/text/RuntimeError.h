@@ -66,8 +66,13 @@ public:
     QString text() const;
     const char* what() const noexcept override { return what_.constData(); }
 
+    // The same error, of which the user was told already: whoever traps it shows no further box.
+    RuntimeError told() const;
+    bool wasTold() const { return wasTold_; }
+
 private:
     int number_;
     QString description_;
     QByteArray what_;
+    bool wasTold_ = false;
 };

@@ -1,6 +1,6 @@
+#include "ListMark.h"
+
 #include "Database.h"
-#include "EventTransactions.h"
-#include "HostPaths.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ void finishMarkedList(Database& list)
 
     std::optional<qint64> finished;
     try {
-        finished = Database::open(hostPath(resolver()()))->storage().finishedGeneration(state->id);
+        finished = Database::open(resolver()())->storage().finishedGeneration(state->id);
     } catch (const RuntimeError&) {
         // Without the shared file nothing can be sold; the next opening looks again.
         return;

@@ -2,6 +2,7 @@
 #include "Faults.h"
 #include "FindCriterion.h"
 #include "RecordsetState.h"
+#include "RowsView.h"
 
 // The published table of moves: what is allowed at which end, and which flag a move sets that finds
 // no row ("BOF, EOF Properties" of the desktop database reference).
@@ -84,6 +85,22 @@ Value Recordset::valueAt(int row, int position) const
 {
     const State& state = open();
     return toValue(state.rows.row(state.rows.placeOfNth(row)).cell(position), state.kind(position));
+}
+
+std::shared_ptr<const RowsView> Recordset::rowsNow() const
+{
+    return std::make_shared<RowsView>(open().rows);
+}
+
+bool Recordset::isOvertaken() const
+{
+    return open().isOvertaken;
+}
+
+qint64 Recordset::rowKey() const
+{
+    const State& state = open();
+    return AbsolutePosition() == 0 ? 0 : state.rows.row(state.place).id();
 }
 
 void Recordset::retakeVersion()

@@ -1,6 +1,6 @@
 #include "Database.h"
 
-#include "EventTransactions.h"
+#include "TransactionKeeper.h"
 
 #include <algorithm>
 
@@ -44,7 +44,7 @@ void Database::lookAfresh()
     if (counter_ != counter)
         forgetImages();
     counter_ = counter;
-    lookedInEvent_ = EventTransactions::instance().currentEvent();
+    lookedInEvent_ = TransactionKeeper::current().currentEvent();
 }
 
 void Database::requireUsable()
@@ -56,7 +56,7 @@ void Database::requireUsable()
 
 Database::Stamp Database::stamp(int table, Look look)
 {
-    const quint64 event = EventTransactions::instance().currentEvent();
+    const quint64 event = TransactionKeeper::current().currentEvent();
     if (look == Look::Now || event == 0 || event != lookedInEvent_)
         lookAfresh();
     return {foreignWrites_, at(table).ownWrites};
@@ -108,7 +108,7 @@ public:
     explicit WriteStep(Database& database)
         : database_(database), opens_(!database.storage_->isWriting())
     {
-        EventTransactions& events = EventTransactions::instance();
+        TransactionKeeper& events = TransactionKeeper::current();
         events.raiseIfFailed();
         // The engine has undone the transaction by itself, under a read that failed.
         if (opens_ && events.has(database)) {
@@ -130,7 +130,7 @@ public:
             work();
         } catch (const StorageFault& fault) {
             database_.rollback();
-            EventTransactions::instance().fail(fault);
+            TransactionKeeper::current().fail(fault);
             throw;
         } catch (const RuntimeError&) {
             // Nothing was written by this step: what the event wrote before stays, and the lock is
@@ -143,7 +143,7 @@ public:
 
     void finish()
     {
-        EventTransactions& events = EventTransactions::instance();
+        TransactionKeeper& events = TransactionKeeper::current();
         if (events.joins()) {
             events.take(database_.shared_from_this());
             return;

@@ -49,6 +49,7 @@ void installEventTransactions()
 void EventTransactions::install()
 {
     installed_ = true;
+    TransactionKeeper::set(this);
     gate::setSettleHook([this](gate::Moment moment) { settle(moment); });
 }
 

@@ -54,7 +54,7 @@ struct FoldedColumn
 class RowBlock
 {
 public:
-    explicit RowBlock(const TableDefinition& table) : table_(table) {}
+    explicit RowBlock(TableDefinition table) : table_(std::move(table)) {}
 
     // While it is being filled.
     void append(std::string_view rowBytes) { rows_.push_back(arena_.store(rowBytes)); }
@@ -82,7 +82,7 @@ private:
         RowOrder found;
     };
 
-    const TableDefinition& table_;
+    TableDefinition table_; // rows may outlive the file from which they were read
     RowArena arena_;
     std::vector<const char*> rows_;
     mutable std::map<int, RowOrder> orders_;

@@ -1,9 +1,9 @@
 #include "Connection.h"
 
 #include "Database.h"
-#include "EventTransactions.h"
 #include "Faults.h"
 #include "HostPaths.h"
+#include "ListMark.h"
 #include "Recordset.h"
 #include "RuntimeError.h"
 

@@ -2,6 +2,7 @@
 
 #include "EventGate.h"
 #include "RuntimeError.h"
+#include "TransactionKeeper.h"
 
 #include <QString>
 
@@ -9,8 +10,6 @@
 #include <memory>
 #include <optional>
 #include <vector>
-
-class Database;
 
 // From now on the writes of one outermost event are one transaction a file: it begins with the
 // first write and becomes durable when the event ends, and before any box, dialog or modal form is
@@ -24,15 +23,6 @@ bool commitWrites();
 // Whether a write failed so badly that what the running event wrote before it is undone already.
 bool writesAreUndone();
 
-// How the path of the shared file is found when a sale list is opened, to learn whether the list
-// was booked already.
-void setListMarkResolver(std::function<QString()> sharedFilePath);
-
-// Empties a sale list that the shared file knows as booked: the power went off after the one and
-// before the other was committed. Looks once; again only after a failed commit. Where the shared
-// file cannot be read the look is put off to the next opening.
-void finishMarkedList(Database& list);
-
 // Who has a pending edit, which does not outlive its event.
 class EditHolder
 {
@@ -43,24 +33,21 @@ protected:
     ~EditHolder() = default;
 };
 
-class EventTransactions
+class EventTransactions final : public TransactionKeeper
 {
 public:
     static EventTransactions& instance();
 
     // Whether a write now belongs to the transaction of an event.
-    bool joins() const { return installed_ && !commitPerStatement_ && gate::inEvent(); }
-    void take(std::shared_ptr<Database> database);
-    bool has(const Database& database) const;
+    bool joins() const override { return installed_ && !commitPerStatement_ && gate::inEvent(); }
+    void take(std::shared_ptr<Database> database) override;
+    bool has(const Database& database) const override;
 
-    // After a full disk or an I/O error all writes of the event are undone, and each further one
-    // raises the same error.
-    void fail(const RuntimeError& error);
-    void raiseIfFailed() const;
+    void fail(const RuntimeError& error) override;
+    void raiseIfFailed() const override;
     bool hasFailed() const;
 
-    // Another number for each event, and after each box in it; 0 outside of events.
-    quint64 currentEvent() const { return joins() ? serial_ : 0; }
+    quint64 currentEvent() const override { return joins() ? serial_ : 0; }
 
     void editBegan(EditHolder* holder);
     void editEnded(EditHolder* holder);

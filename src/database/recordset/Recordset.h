@@ -22,6 +22,7 @@ enum class LockType
 };
 
 class Recordset;
+class RowsView;
 
 // One field of the current row. Reading and writing at BOF, at EOF or on a deleted row is error
 // 3021; writing to a read-only recordset 3251.
@@ -83,9 +84,9 @@ public:
     // a read-only recordset.
     void AddNew();
     // Writes the pending new row, or those fields of an edited row whose new value differs from
-    // what this recordset showed. Error -2147217864 where another wrote the row since it became
-    // current, -2147217887 for a Null that the field refuses (the row stays pending), 3021 at BOF
-    // or EOF.
+    // what this recordset showed. Error -2147217864 where the stored row is not as this recordset
+    // shows it any more, -2147217887 for a Null that the field refuses (the row stays pending),
+    // 3021 at BOF or EOF.
     void Update();
     // Update as a record form does it, within its piece: takes the row's stored version anew. What
     // only another station changed since this recordset showed it stays; where both changed a field
@@ -121,6 +122,18 @@ public:
     // A field of the n-th row from 0, in this recordset's order, without moving: own changes of
     // stored rows included, a pending new row and a pending edit left out.
     Value valueAt(int row, int position) const;
+
+    // The present rows, for a grid to read while it paints; cheap, and independent of what becomes
+    // of the recordset.
+    std::shared_ptr<const RowsView> rowsNow() const;
+
+    // Whether Update, UpdateMerged, wouldOverwrite or Delete found the current row behind what
+    // another station stored in it, and what is stored did not come into view yet: it does when the
+    // row is left or its edit is cancelled. A refused Delete brings it into view at once.
+    bool isOvertaken() const;
+    // Names the current row for as long as the recordset is open, so that a form can tell whether
+    // the row that it shows is the current one; 0 where there is none, or a new one is pending.
+    qint64 rowKey() const;
 
     // Takes the stored version of the current row anew, keeping what this recordset shows: the next
     // Update then writes over what others stored since. Only the write-off of stock asks for it.

@@ -18,6 +18,8 @@ public:
 
     // Rows that are not deleted.
     int count() const { return end() - deletedCount_; }
+    bool hasDeleted() const { return deletedCount_ > 0; }
+    const TableDefinition& table() const { return image_->table(); }
     bool isDeleted(int place) const { return deletedCount_ > 0 && deleted_[asIndex(place)]; }
     RowView row(int place) const;
 

@@ -1,5 +1,7 @@
 #include "RecordsetState.h"
 
+#include "ListMark.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 Recordset::State::State(std::shared_ptr<Connection> usedConnection, SelectStatement statement,
