@@ -8,6 +8,7 @@
 #include "Program.h"
 #include "RecordForms.h"
 #include "RuntimeError.h"
+#include "Shell.h"
 #include "ui_Form1principal.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -67,8 +68,9 @@ void Form1principal::bindMenus()
     mnubackup.onClick([this] { mnubackup_Click(); });
     mnurestaura.onClick([this] { mnurestaura_Click(); });
     mnuservidor.onClick([this] { mnuservidor_Click(); });
-    mnueeprom.onClick(showNotReady);
-    mnuajuda.onClick(showNotReady);
+    mnueeprom.onClick([] { Shell(u"explorer "_s + MakerSite + u"/eeprom.asp"_s, 2); });
+    mnuajuda.onClick(
+        [] { Shell(u"explorer "_s + MakerSite + u"/downloads/Programacliente.htm"_s, 2); });
     mnusair.onClick([this] { mnusair_Click(); });
 }
 
@@ -185,34 +187,14 @@ void Form1principal::Text1_KeyPress(int, int& KeyAscii)
     enterAsTab(KeyAscii);
 }
 
-void Form1principal::mnubackup_Click()
-{
-    const Answer answer =
-        MsgBox(u"Defina o local de Backup,se o local já foi definido Click Sim, caso contrario "
-               u"Click Não: \nProssegue com o Backup?"_s,
-               BoxButtons::YesNo, BoxIcon::None, u"Efetua Backup"_s);
-    if (answer == Answer::Yes)
-        showNotReady();
-}
-
-void Form1principal::mnurestaura_Click()
-{
-    const Answer answer =
-        MsgBox(u"Toda informação que foi colocado após o ultimo Backup serão "
-               u"apagadas,continuar,Click Sim, caso contrario Click Não: \n"
-               u"Prossegue com A Restauração?"_s,
-               BoxButtons::YesNo, BoxIcon::None, u"Efetuar restauração do Banco de Dados"_s);
-    if (answer == Answer::Yes)
-        showNotReady();
-}
-
 void Form1principal::mnuservidor_Click()
 {
+    CaminhoLocal = LeIni(u"Local"_s, u"Caminho2"_s, CaminhoIni());
     const Answer answer =
         MsgBox(u"Quer transformar este computador em um servidor de rede?"_s, BoxButtons::YesNo,
                BoxIcon::None, u"Restaura o caminho do Banco de Dados"_s);
     if (answer == Answer::Yes)
-        showNotReady();
+        GravaIni(u"Local"_s, u"Caminho"_s, CaminhoLocal, CaminhoIni());
 }
 
 void Form1principal::mnusair_Click()

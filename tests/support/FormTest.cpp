@@ -107,9 +107,9 @@ void FormTest::expectBox(const QString& text, Answer answer, BoxButtons buttons,
     expected_.push_back({{text, buttons, icon, title}, answer, false});
 }
 
-void FormTest::expectErrorBox(const QString& beginning)
+void FormTest::expectBoxBeginning(const QString& beginning, Answer answer)
 {
-    expected_.push_back({{beginning, BoxButtons::Ok, BoxIcon::Critical, {}}, Answer::Ok, true});
+    expected_.push_back({{beginning, BoxButtons::Ok, BoxIcon::Critical, {}}, answer, true});
 }
 
 void FormTest::onModal(std::function<void(Form&)> script)

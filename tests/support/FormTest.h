@@ -48,7 +48,11 @@ protected:
                    BoxButtons buttons = BoxButtons::Ok, BoxIcon icon = BoxIcon::None,
                    const QString& title = {});
     // Any box whose text begins so.
-    void expectErrorBox(const QString& beginning = u"Erro nº "_s);
+    void expectErrorBox(const QString& beginning = u"Erro nº "_s)
+    {
+        expectBoxBeginning(beginning, Answer::Ok);
+    }
+    void expectBoxBeginning(const QString& beginning, Answer answer);
     // What happens when a form is shown modal; without one the form is unloaded at once.
     void onModal(std::function<void(Form&)> script);
 

@@ -31,6 +31,7 @@ public:
     static void dropIdle();
     // The engine's file layer for files opened from now on, null for its own.
     static void setVfsForTests(const char* vfs);
+    static const char* vfs();
 
     explicit Database(std::unique_ptr<Storage> storage) : storage_(std::move(storage)) {}
 

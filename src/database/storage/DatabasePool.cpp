@@ -82,3 +82,8 @@ void Database::setVfsForTests(const char* vfs)
 {
     pool().vfs = vfs;
 }
+
+const char* Database::vfs()
+{
+    return pool().vfs;
+}

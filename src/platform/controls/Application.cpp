@@ -137,6 +137,11 @@ bool programEnded()
     return state().ended;
 }
 
+void DoEvents()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void SendKeys(const QString& keys)
 {
     if (keys != u"{TAB}"_s)

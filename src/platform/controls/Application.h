@@ -28,6 +28,9 @@ bool programEnded();
 // True while runApplication has the event loop.
 bool applicationRuns();
 
+// Lets the windows be painted; keys and mouse wait.
+void DoEvents();
+
 // Puts the key into the queue: it acts after the running handler, on what has the focus then.
 // "{TAB}" is the one key that the system sends.
 void SendKeys(const QString& keys);

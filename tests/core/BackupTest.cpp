@@ -1,0 +1,223 @@
+#include "FormTest.h"
+
+#include "Connection.h"
+#include "Database.h"
+#include "Form1principal.h"
+
+#include <QDir>
+#include <QFile>
+#include <QWidget>
+
+namespace {
+
+// The safety copy and the way back, by the main window's own entries over real files.
+class Backup : public FormTest
+{
+protected:
+    Backup()
+    {
+        addForm<Form1principal>();
+        setIni(u"Configurar"_s, u"Titulo"_s, u"Oficina"_s);
+        setIni(u"Backup"_s, u"Pastabackup"_s, copyFolder());
+        QDir(folder()).mkpath(u"copia"_s);
+        mainSql(u"INSERT INTO Cliente (numero, Nome) VALUES ('0000001', 'Ana')"_s);
+        principal().load();
+        QObject::connect(principal().Command1(0).widget()->window(), &QWidget::windowTitleChanged,
+                         [this](const QString& title) { captions_ << title; });
+    }
+
+    QString copyFolder() const { return folder() + u"/copia"_s; }
+    QString copy() const { return copyFolder() + u"/Copia.seguranca"_s; }
+
+    void expectDone(const QString& text)
+    {
+        expectBox(text, Answer::Ok, BoxButtons::Ok, BoxIcon::Information, u"Backup"_s);
+    }
+    void backUp()
+    {
+        captions_.clear();
+        expectBox(u"Defina o local de Backup,se o local já foi definido Click Sim, caso contrario "
+                  u"Click Não: \nProssegue com o Backup?"_s,
+                  Answer::Yes, BoxButtons::YesNo, BoxIcon::None, u"Efetua Backup"_s);
+        expectDone(u"Operação concluída!"_s);
+        click(principal().Command1(5));
+    }
+    void askRestore(Answer answer)
+    {
+        captions_.clear();
+        expectBox(u"Toda informação que foi colocado após o ultimo Backup serão apagadas,continuar,"
+                  u"Click Sim, caso contrario Click Não: \nProssegue com A Restauração?"_s,
+                  answer, BoxButtons::YesNo, BoxIcon::None,
+                  u"Efetuar restauração do Banco de Dados"_s);
+    }
+    void restore()
+    {
+        askRestore(Answer::Yes);
+        expectDone(u"Operação concluída,reinicie o programa."_s);
+        click(principal().mnurestaura);
+    }
+    // A step that ends in its error box, whatever the number.
+    void fail(Menu& entry, const QString& question)
+    {
+        expectBoxBeginning(question, Answer::Yes);
+        expectErrorBox();
+        click(entry);
+    }
+    void failBackup() { fail(principal().mnubackup, u"Defina o local"_s); }
+    void failRestore() { fail(principal().mnurestaura, u"Toda informação"_s); }
+
+    QStringList names(const QString& file) const
+    {
+        return sql(file, u"SELECT Nome FROM Cliente ORDER BY numero"_s);
+    }
+
+    QStringList captions_;
+};
+
+void spoil(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+TEST_F(Backup, TellsEachStepAndLeavesAWholeCopy)
+{
+    principal().StatusBar1.setPanel(1, u"Usuario: Ana"_s);
+    backUp();
+    const QString live = mainFile();
+    EXPECT_EQ(captions_,
+              QStringList({u"Oficina>>>>>>>>>Compactando o arquivo "_s + live + u" ..."_s,
+                           u"Oficina>>>>>>>>>Compactando o arquivo "_s + live + u" ... "_s,
+                           u"Oficina>>>>>>>>>Arquivo compactado com sucesso!"_s,
+                           u"Oficina>>>>>>>>>"_s + copyFolder() + u"\\Copia.seguranca"_s,
+                           u"Oficina>>>>>>>>>Transferindo Arquivos"_s,
+                           u"Oficina>>>>>>>>>Concluido"_s,
+                           u"Oficina    CPF\\CGC   Usuario: Ana  está usando"_s}));
+    EXPECT_EQ(names(copy()), QStringList{u"Ana"_s});
+    EXPECT_EQ(sql(copy(), u"PRAGMA integrity_check"_s), QStringList{u"ok"_s});
+    // The live file and the copy are both in the form that is marked; no one but the owner reads.
+    EXPECT_EQ(sql(live, u"PRAGMA application_id"_s), sql(copy(), u"PRAGMA application_id"_s));
+    EXPECT_EQ(QFile::permissions(copy()) & (QFile::ReadGroup | QFile::ReadOther), 0);
+    EXPECT_FALSE(QFile::exists(folder() + u"/temp.dat"_s));
+    EXPECT_EQ(QDir(copyFolder()).entryList(QDir::Files), QStringList{u"Copia.seguranca"_s});
+}
+
+TEST_F(Backup, RestoreBringsTheRowsBackAndKeepsWhatStoodThere)
+{
+    backUp();
+    mainSql(u"UPDATE Cliente SET Nome='Bia'"_s);
+    askRestore(Answer::No);
+    click(principal().mnurestaura);
+    EXPECT_EQ(names(mainFile()), QStringList{u"Bia"_s});
+
+    restore();
+    EXPECT_EQ(captions_,
+              QStringList({u"Oficina>>>>>>>>>>>Restauração do banco de Dados o arquivo "_s +
+                               copyFolder() + u"\\Copia.seguranca ..."_s,
+                           u"Oficina>>>>>>>>>>>Restauração do Banco de Dados concluida "_s +
+                               copyFolder() + u"\\Copia.seguranca ..."_s,
+                           u"Oficina"_s}));
+    EXPECT_EQ(names(mainFile()), QStringList{u"Ana"_s});
+    EXPECT_EQ(names(folder() + u"/Antes.restauracao"_s), QStringList{u"Bia"_s});
+    // A second backup takes the place of the first without asking.
+    mainSql(u"UPDATE Cliente SET Nome='Caio'"_s);
+    backUp();
+    EXPECT_EQ(names(copy()), QStringList{u"Caio"_s});
+}
+
+TEST_F(Backup, TheHeadOfALongerNameGoesBeforeTheCopysName)
+{
+    const QString longer = folder() + u"/LojaGALTERIA1.mdb"_s;
+    QFile::rename(mainFile(), longer);
+    setIni(u"Local"_s, u"Caminho"_s, longer);
+    QDir(folder()).mkpath(u"copiaLoja"_s);
+    backUp();
+    EXPECT_TRUE(QFile::exists(folder() + u"/copiaLoja/Copia.seguranca"_s));
+
+    // A shorter one fails after the compaction, and so do places that cannot take the copy.
+    const QString shorter = folder() + u"/G.mdb"_s;
+    QFile::rename(longer, shorter);
+    setIni(u"Local"_s, u"Caminho"_s, shorter);
+    failBackup();
+    EXPECT_EQ(names(shorter), QStringList{u"Ana"_s});
+}
+
+TEST_F(Backup, APlaceThatCannotTakeTheCopyIsToldAndTheLiveFileStays)
+{
+    spoil(folder() + u"/arquivo"_s, "x");
+    QDir(copyFolder()).mkpath(u"Copia.seguranca"_s);
+    for (const QString& place : {folder() + u"/fora"_s, folder() + u"/arquivo"_s, copyFolder(),
+                                 u"c: [DISCO]"_s, u"z:"_s}) {
+        setIni(u"Backup"_s, u"Pastabackup"_s, place);
+        failBackup();
+        EXPECT_EQ(names(mainFile()), QStringList{u"Ana"_s}) << place.toStdString();
+        failRestore();
+    }
+    // The database's own folder serves.
+    setIni(u"Backup"_s, u"Pastabackup"_s, folder());
+    backUp();
+    EXPECT_EQ(names(folder() + u"/Copia.seguranca"_s), QStringList{u"Ana"_s});
+}
+
+TEST_F(Backup, ACopyThatIsNotAWholeMainFileIsRefusedAndTheLiveFileStays)
+{
+    backUp();
+    mainSql(u"UPDATE Cliente SET Nome='Bia'"_s);
+    QFile whole(copy());
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    const QByteArray content = whole.readAll();
+    const auto overwritten = [&](qsizetype from, char with) {
+        QByteArray bytes = content;
+        for (qsizetype at = from; at < bytes.size(); ++at)
+            bytes[at] = with;
+        return bytes;
+    };
+    QFile list(listFile());
+    ASSERT_TRUE(list.open(QIODevice::ReadOnly));
+    const QByteArray listContent = list.readAll();
+    for (const QByteArray& bad : {QByteArray(), QByteArray("nenhum banco"), listContent,
+                                  content.left(content.size() / 2), overwritten(4096, '\x5a')}) {
+        spoil(copy(), bad);
+        failRestore();
+        EXPECT_EQ(names(mainFile()), QStringList{u"Bia"_s}) << bad.size();
+    }
+    spoil(copy(), content);
+    for (const char* format : {"PRAGMA user_version=99", "PRAGMA application_id=7"}) {
+        sql(copy(), QString::fromLatin1(format));
+        failRestore();
+        EXPECT_EQ(names(mainFile()), QStringList{u"Bia"_s}) << format;
+        spoil(copy(), content);
+    }
+    QFile::remove(copy());
+    failRestore();
+    EXPECT_EQ(names(mainFile()), QStringList{u"Bia"_s});
+}
+
+TEST_F(Backup, ALiveFileThatIsNoDatabaseOrIsGoneIsReplaced)
+{
+    backUp();
+    spoil(mainFile(), "estragado");
+    restore();
+    EXPECT_EQ(names(mainFile()), QStringList{u"Ana"_s});
+    QFile::remove(mainFile());
+    restore();
+    EXPECT_EQ(names(mainFile()), QStringList{u"Ana"_s});
+}
+
+TEST_F(Backup, AFileThatAnotherStationHoldsIsLeftAlone)
+{
+    backUp();
+    mainSql(u"UPDATE Cliente SET Nome='Bia'"_s);
+    const std::shared_ptr<Database> other = Database::open(mainFile());
+    other->storage().beginWrite();
+    failBackup();
+    failRestore();
+    other->storage().rollback();
+    EXPECT_EQ(names(mainFile()), QStringList{u"Bia"_s});
+    EXPECT_EQ(names(copy()), QStringList{u"Ana"_s});
+    backUp();
+    EXPECT_EQ(names(copy()), QStringList{u"Bia"_s});
+}
+
+} // namespace
