@@ -2,6 +2,8 @@
 
 #include "Format.h"
 #include "GridRow.h"
+#include "RecordForms.h"
+#include "RowsView.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -20,37 +22,26 @@ QString asPhone(const Value& value)
     return Format(value, formats::Phone);
 }
 
-void showField(Recordset& table, const BoxField& field)
-{
-    field.box.setText(field.shown(table.Fields(field.position)));
-}
-
-void storeField(Recordset& table, const BoxField& field)
-{
-    const QString text = field.box.text();
-    table.Fields(field.position) = text.isEmpty() ? field.storedWhenEmpty : text;
-}
-
-void showFields(Recordset& table, const std::vector<BoxField>& fields)
+// The variable is asked anew for each field: a box may fire an event that replaces the recordset.
+void showFields(const ObjectVariable<Recordset>& table, const std::vector<BoxField>& fields)
 {
     for (const BoxField& field : fields)
-        showField(table, field);
+        field.box.setText(field.shown(table->Fields(field.position)));
 }
 
-void storeFields(Recordset& table, const std::vector<BoxField>& fields)
+void storeFields(const ObjectVariable<Recordset>& table, const std::vector<BoxField>& fields)
 {
-    for (const BoxField& field : fields)
-        storeField(table, field);
-}
-
-int firstWithText(const TextBox& box, std::initializer_list<const TextBox*> boxes)
-{
-    int place = 0;
-    for (const TextBox* other : boxes) {
-        if (other->text() == box.text())
-            return place;
-        ++place;
+    for (const BoxField& field : fields) {
+        const QString text = field.box.text();
+        table->Fields(field.position) = text.isEmpty() ? field.storedWhenEmpty : text;
     }
+}
+
+int firstWithText(const ControlArray<TextBox>& boxes, int index, std::initializer_list<int> among)
+{
+    for (const int other : among)
+        if (sameText(boxes(index), boxes(other)))
+            return other;
     return -1;
 }
 
@@ -63,15 +54,16 @@ void setHeadings(FlexGrid& grid, const std::vector<GridField>& columns)
     }
 }
 
-void refillGrid(FlexGrid& grid, const Recordset& table, const std::vector<GridField>& columns)
+void refillGrid(FlexGrid& grid, const ObjectVariable<Recordset>& table,
+                const std::vector<GridField>& columns)
 {
-    emptyGrid(grid);
+    const std::shared_ptr<const RowsView> rows = table->rowsNow();
     grid.setRows(2);
     grid.fillRows([&, row = 0](GridRow& cells) mutable {
-        if (row == table.RecordCount())
+        if (row == rows->count())
             return false;
         for (const GridField& field : columns)
-            cells.add(field.shown(table.valueAt(row, field.position)));
+            cells.add(field.shown(rows->value(row, field.position)));
         ++row;
         return true;
     });

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "Controls.h"
+#include "ObjectVariable.h"
 #include "Recordset.h"
 
 #include <QString>
 
+#include <initializer_list>
 #include <vector>
 
 // The tables of a record form: which field stands in which box, and which in which column of its
@@ -26,16 +28,13 @@ struct BoxField
     QString storedWhenEmpty = QString();
 };
 
-// In the order of the table. A Null never reaches a box.
-void showFields(Recordset& table, const std::vector<BoxField>& fields);
-void storeFields(Recordset& table, const std::vector<BoxField>& fields);
-// The same for one of them.
-void showField(Recordset& table, const BoxField& field);
-void storeField(Recordset& table, const BoxField& field);
+// In the order of the list. A Null never reaches a box.
+void showFields(const ObjectVariable<Recordset>& table, const std::vector<BoxField>& fields);
+void storeFields(const ObjectVariable<Recordset>& table, const std::vector<BoxField>& fields);
 
-// The first of these boxes that has the same text as this one, by its place in the list; -1 where
-// none has. The forms tell boxes apart so: two boxes with one text are taken for the first.
-int firstWithText(const TextBox& box, std::initializer_list<const TextBox*> boxes);
+// The first of these members that has the same text as this one; -1 where none has. The forms tell
+// their boxes apart so: two boxes with one text are taken for the first.
+int firstWithText(const ControlArray<TextBox>& boxes, int index, std::initializer_list<int> among);
 
 // One column of a grid.
 struct GridField
@@ -49,6 +48,7 @@ struct GridField
 // Widths and heading row.
 void setHeadings(FlexGrid& grid, const std::vector<GridField>& columns);
 // All rows of the table, in its order, as they are when this is called; the current row stays.
-void refillGrid(FlexGrid& grid, const Recordset& table, const std::vector<GridField>& columns);
+void refillGrid(FlexGrid& grid, const ObjectVariable<Recordset>& table,
+                const std::vector<GridField>& columns);
 // The heading alone.
 void emptyGrid(FlexGrid& grid);

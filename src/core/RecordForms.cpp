@@ -108,38 +108,34 @@ void clear(ControlArray<TextBox>& boxes, int first, int last)
 // replaces the recordset.
 void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons)
 {
-    constexpr int Previous = 10;
-    constexpr int Next = 11;
-    constexpr int First = 12;
-    constexpr int Last = 13;
     switch (index) {
-    case Previous:
+    case button::Anterior:
         if (!table->bof()) // where a step back from the end failed before
             table->MovePrevious();
         if (table->bof()) {
             table->MoveNext();
-            buttons(Previous).setEnabled(false);
+            buttons(button::Anterior).setEnabled(false);
         }
-        buttons(Next).setEnabled(true);
+        buttons(button::Posterior).setEnabled(true);
         break;
-    case Next:
+    case button::Posterior:
         if (!table->eof())
             table->MoveNext();
         if (table->eof()) {
             table->MovePrevious();
-            buttons(Next).setEnabled(false);
+            buttons(button::Posterior).setEnabled(false);
         }
-        buttons(Previous).setEnabled(true);
+        buttons(button::Anterior).setEnabled(true);
         break;
-    case First:
+    case button::Primeira:
         table->MoveFirst();
-        buttons(Previous).setEnabled(false);
-        buttons(Next).setEnabled(true);
+        buttons(button::Anterior).setEnabled(false);
+        buttons(button::Posterior).setEnabled(true);
         break;
-    case Last:
+    case button::Ultima:
         table->MoveLast();
-        buttons(Previous).setEnabled(true);
-        buttons(Next).setEnabled(false);
+        buttons(button::Anterior).setEnabled(true);
+        buttons(button::Posterior).setEnabled(false);
         break;
     default:
         break;

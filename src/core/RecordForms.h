@@ -52,8 +52,8 @@ void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int>
 void setLocked(ControlArray<TextBox>& boxes, int first, int last, bool locked);
 void clear(ControlArray<TextBox>& boxes, int first, int last);
 
-// The navigation bar of a record form: moves, and sets the two step buttons; the form then shows
-// the row. index: 10 previous, 11 next, 12 first, 13 last.
+// The navigation bar of a record form, Anterior to Ultima: moves, and sets the two step buttons;
+// the form then shows the row.
 void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons);
 
 // Static, optimistic; to take the place of a table that is open: where this fails, that one goes on

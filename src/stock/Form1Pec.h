@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Controls.h"
-#include "Value.h"
+#include "RecordFields.h"
 
 #include <QString>
 
@@ -23,8 +23,9 @@ public:
     FlexGrid MSFlexGrid1{this, QStringLiteral("MSFlexGrid1")};
 
     void MostraFichaPeca();
-    // Ends silently at an error; the answer tells whether the row was stored.
-    bool GravaFichaPeca();
+    // Browsing again only when the part is stored; else the form stays as it was, to be tried
+    // again.
+    void GravaFichaPeca();
     void ApagaPeca();
     void ContaPecas();
     void LimpaFichaPeca();
@@ -50,25 +51,19 @@ private:
     void MSFlexGrid1_KeyPress(int KeyAscii);
 
     void Incluir();
-    void Salvar();
     void Editar();
     void Excluir();
     void Procurar();
     void Copiar();
     void Colar();
     void Cancela();
-    void beginNewRow();
-    void fillRow();
-    void takeEditAnew();
-    void showOvertaken();
+
+    std::vector<BoxField> fields() const;
+    // The answer is the code of the new row.
+    QString beginNewRow();
     void showCurrentRow();
-    void showUndone();
     void backToBrowsing();
 
-    bool newRow_ = false;       // a row of AddNew waits for its Update
-    std::vector<Value> filled_; // the row as it was when the boxes were filled
-    bool isOvertaken_ = false;  // another station wrote into a box that was changed here, too
-    bool newRowUndone_ = false; // its Update was undone; the next save begins it again
     QString copiedDescription_;
     QString copiedShelf_;
 };

@@ -121,8 +121,8 @@ TEST_F(RegisterTest, CopyBringsDescriptionAndShelfOnly)
     EXPECT_EQ(parts().last(), u"0000002|A1|0|Resistor|0|**********"_s);
 }
 
-// The boxes keep the part just stored while the last row is current: an edit right after it stores
-// these boxes there.
+// The boxes keep the part just stored while the last row is current: an edit right after it brings
+// that one into view first.
 TEST_F(RegisterTest, AfterASaveTheLastRowIsCurrent)
 {
     addPart(u"0000001"_s, u"First"_s);
@@ -133,6 +133,7 @@ TEST_F(RegisterTest, AfterASaveTheLastRowIsCurrent)
     press(1);
     EXPECT_EQ(shown(), u"0000001|A1|10|Changed|2,50|BC"_s);
     press(2);
+    EXPECT_EQ(shown(), u"0000002|A1|10|Last|2,50|BC"_s);
     remove();
     EXPECT_EQ(parts(), QStringList{u"0000001|A1|10|Changed|25000|BC"_s});
     EXPECT_EQ(shown(), u"0000001|A1|10|Changed|2,50|BC"_s);
@@ -179,7 +180,7 @@ TEST_F(RegisterTest, FilterFollowsEqualTextsNotBoxes)
     EXPECT_EQ(parts.Text1(5).text(), u"5"_s);
 }
 
-TEST_F(RegisterTest, GridShowsItsPartButNotOverANewOne)
+TEST_F(RegisterTest, GridShowsItsPartButNotOverWhatIsTyped)
 {
     addPart(u"0000001"_s, u"Resistor"_s);
     addPart(u"0000002"_s, u"Diode"_s);
@@ -199,6 +200,15 @@ TEST_F(RegisterTest, GridShowsItsPartButNotOverANewOne)
     click(parts.MSFlexGrid1, 2);
     EXPECT_EQ(parts.Text1(3).text(), u"0000003"_s);
     EXPECT_EQ(parts.Text2.text(), u"9"_s);
+    press(9);
+
+    // In an edit a click on another part shows that one, and a second on the same changes nothing.
+    press(2);
+    click(parts.MSFlexGrid1, 1);
+    EXPECT_EQ(parts.Text1(0).text(), u"Resistor"_s);
+    type(parts.Text1(0), u"typed"_s);
+    click(parts.MSFlexGrid1, 1);
+    EXPECT_EQ(parts.Text1(0).text(), u"typed"_s);
 }
 
 // Whichever call or write fails: the part is stored once, or the form stands as when the button was
@@ -222,51 +232,52 @@ TEST_F(RegisterTest, SaveThatFailsCanBeTriedAgain)
                                                          u"0000002|*******|0|New|0|**********"_s}));
         };
         failEachCall(
-            prepare, [this] { press(1); }, check, 4);
-        failEachWrite(
-            prepare, [this] { press(1); }, check);
+            prepare, [this] { press(1); }, check, 3);
+        if (begin == 2)
+            failEachWrite(
+                prepare, [this] { press(1); }, check);
     }
 }
 
-TEST_F(RegisterTest, EditOverAnotherStationsSaleIsStoredAtTheSecondTry)
+// What each station changed alone is kept; where both wrote into one box the other's stays until it
+// has been seen.
+TEST_F(RegisterTest, EditBesideAnotherStation)
 {
     addPart(u"0000001"_s, u"Resistor"_s);
-    openRegister();
+    Form1Pec& record = openRegister();
     press(2);
-    type(form<Form1Pec>().Text1(0), u"Resistor 1k"_s);
+    type(record.Text1(0), u"Resistor 1k"_s);
     mainSql(u"UPDATE Pecas SET ESTOQUE = '3'"_s);
     press(1);
-    EXPECT_EQ(parts(), QStringList{u"0000001|A1|3|Resistor|25000|BC"_s});
-    EXPECT_TRUE(form<Form1Pec>().Command1(1).widget()->hasFocus());
-    press(1);
-    EXPECT_EQ(parts(), QStringList{u"0000001|A1|3|Resistor 1k|25000|BC"_s})
-        << "the stock, not typed here, is the other station's";
+    EXPECT_EQ(parts(), QStringList{u"0000001|A1|3|Resistor 1k|25000|BC"_s});
+    EXPECT_EQ(enabledOf(record.Command1), Browsing);
 
-    // Both into one box: refused until what the other one wrote has been seen.
     press(2);
-    type(form<Form1Pec>().Text1(2), u"12"_s);
+    type(record.Text1(2), u"12"_s);
     mainSql(u"UPDATE Pecas SET ESTOQUE = '1'"_s);
     press(1);
     press(1);
     EXPECT_EQ(stocks(), QStringList{u"0000001 1"_s});
-    click(form<Form1Pec>().MSFlexGrid1, 1);
-    EXPECT_EQ(form<Form1Pec>().Text1(2).text(), u"1"_s);
-    type(form<Form1Pec>().Text1(2), u"12"_s);
+    EXPECT_EQ(enabledOf(record.Command1), u"1 3 9"_s);
+    EXPECT_EQ(record.Text1(2).text(), u"12"_s);
+    click(record.MSFlexGrid1, 1);
+    EXPECT_EQ(record.Text1(2).text(), u"1"_s);
+    type(record.Text1(2), u"12"_s);
     mainSql(u"UPDATE Pecas SET ESTOQUE = '2'"_s);
     press(1);
     press(9);
-    EXPECT_EQ(form<Form1Pec>().Text1(2).text(), u"2"_s);
+    EXPECT_EQ(record.Text1(2).text(), u"2"_s);
 }
 
-TEST_F(RegisterTest, PartDeletedElsewhereStaysAConflictAndTheRowIsShown)
+TEST_F(RegisterTest, DeletionOfWorkThatNobodySawIsRefusedOnce)
 {
     addPart(u"0000001"_s, u"Resistor"_s);
     openRegister();
     press(2);
     mainSql(u"UPDATE Pecas SET ESTOQUE = '3'"_s);
     remove();
-    EXPECT_EQ(stocks(), QStringList{u"0000001 3"_s});
-    EXPECT_EQ(form<Form1Pec>().Text1(3).text(), u"0000001"_s);
+    EXPECT_EQ(parts(), QStringList{u"0000001|A1|3|Resistor|25000|BC"_s});
+    EXPECT_EQ(enabledOf(form<Form1Pec>().Command1), Browsing);
 }
 
 TEST_F(RegisterTest, MissingDatabaseShowsItsBoxesAndTheFormCanBeLeft)

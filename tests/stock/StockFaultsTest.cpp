@@ -76,7 +76,7 @@ TEST_F(StockFaults, WhatFailsToOpenOrToCloseDoesSoAtTheNextTry)
             EXPECT_EQ(boxes().size(), lines().isEmpty() ? 1 : 0); // "&Fechar" of the sale asks
             EXPECT_FALSE(search().isLoaded());
         };
-        failEachCall([this] { beginAgain(); }, show, check, 12);
+        failEachCall([this] { beginAgain(); }, show, check, 10);
     }
 }
 
@@ -104,7 +104,7 @@ TEST_F(StockFaults, RegisterThatFailsChangesNoPartButTheOneOnShow)
             others.removeAll(code);
             EXPECT_EQ(others.size(), code.isEmpty() ? before : before - 1);
         };
-        failEachCall(begin, open, check, 6);
+        failEachCall(begin, open, check, 4);
         failEachCall(beginToRemove, remove, check, 2);
         failEachWrite(beginToRemove, remove, [&](bool failed) {
             if (record().Command1(2).enabled()) {
