@@ -90,6 +90,12 @@ void Form1relatorio::openMovement()
                   LockType::Optimistic);
 }
 
+// Of a list that stopped, too: what stands there is all that comes.
+void Form1relatorio::showTitle()
+{
+    principal().StatusBar1.setPanel(2, u"Formulário de Movimento de Caixa"_s);
+}
+
 void Form1relatorio::CarregaGrid()
 {
     Sums sums = readSums();
@@ -103,13 +109,14 @@ void Form1relatorio::CarregaGrid()
             Tabela1->MoveNext();
         }
         showSums(sums);
-        principal().StatusBar1.setPanel(2, u"Formulário de Movimento de Caixa"_s);
+        showTitle();
         MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
         FechaBanco();
     } catch (const RuntimeError&) {
         // The row of a delivered job has no quantity, and the list is meant to stop there: the rows
         // and sums so far stay in view.
         showSums(sums);
+        showTitle();
         MsgBox(u"Erro ao carregar grid 1"_s);
     }
 }

@@ -56,6 +56,7 @@ private:
     void openMovement();
     Sums readSums() const;
     void showSums(const Sums& sums);
+    static void showTitle();
     void beginRow(Sums& sums) const;
     void addRow(Sums& sums, int row);
 };

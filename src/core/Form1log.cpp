@@ -132,6 +132,7 @@ void Form1log::enter()
     MostraSenha();
     if (Combo1.text() != Text2.text() || Text1.text() != Text3.text()) {
         MsgBox(u"Senha não confere,tente outra vez."_s, BoxButtons::Ok, BoxIcon::Exclamation);
+        Text1.SetFocus();
         return;
     }
     applyLevels();
@@ -142,6 +143,7 @@ void Form1log::enter()
                       u"  está usando"_s);
     FechaBanco4();
     unload();
+    window.focusFirstButton();
 }
 
 void Form1log::leave()

@@ -35,6 +35,43 @@ void openForm(const QString& formName, ShowStyle style)
         FormRegistry::instance().get(formName).show(style);
 }
 
+// The words beside a picture button are dimmed with it, whoever turns it off.
+class DimmedWithButton : public QObject
+{
+public:
+    DimmedWithButton(QWidget& label, QWidget& button)
+        : QObject(&label), label_(label), button_(button)
+    {
+        button_.installEventFilter(this);
+        label_.setEnabled(button_.isEnabled());
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::EnabledChange)
+            label_.setEnabled(button_.isEnabled());
+        return false;
+    }
+
+private:
+    QWidget& label_;
+    QWidget& button_;
+};
+
+// The labels 12 and 13 stand crosswise beside their buttons, and are meant to.
+int labelBeside(int button)
+{
+    switch (button) {
+    case 12:
+        return 13;
+    case 13:
+        return 12;
+    default:
+        return button;
+    }
+}
+
 } // namespace
 
 Form1principal::Form1principal()
@@ -91,10 +128,25 @@ try {
         endProgram(EndReason::SecondInstance);
         return;
     }
+    for (int index = 0; index <= Command1.ubound(); ++index)
+        new DimmedWithButton(*Label1(labelBeside(index)).widget(), *Command1(index).widget());
+    Command1(13).SetFocus();
     readCompany();
     setCaption(LegendaPrincipal());
 } catch (const RuntimeError&) {
     // The caption stays as it stands, and the window serves.
+}
+
+void Form1principal::focusFirstButton()
+{
+    // In the order of Tab, which is the order of reading.
+    QWidget* const window = this->window();
+    for (QWidget* next = window->nextInFocusChain(); next != window;
+         next = next->nextInFocusChain())
+        if (next->isEnabled() && next->objectName().startsWith(u"Command1_"_s)) {
+            next->setFocus();
+            return;
+        }
 }
 
 void Form1principal::Form_Unload()

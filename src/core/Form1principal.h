@@ -49,6 +49,9 @@ public:
     void EfetuaBackup();
     void EfetuaRestauracao();
 
+    // To the first of the large buttons that is on.
+    void focusFirstButton();
+
 protected:
     void Form_Load() override;
     void Form_Unload() override;

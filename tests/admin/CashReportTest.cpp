@@ -112,7 +112,7 @@ TEST_F(CashReportTest, WhatCannotBeSummedStopsTheListWithItsBox)
         EXPECT_EQ(gridRows(report().MSFlexGrid1)[1], u"2|Linha 2"_s + each.shown);
         EXPECT_EQ(codes(), each.codes);
         EXPECT_EQ(totals(), each.totals);
-        EXPECT_EQ(principal().StatusBar1.panel(2), u"Aguarde processando"_s);
+        EXPECT_EQ(principal().StatusBar1.panel(2), u"Formulário de Movimento de Caixa"_s);
         report().unload();
     }
     mainSql(u"DELETE FROM MOVIMENTO WHERE codigo = '3'"_s);

@@ -41,6 +41,8 @@ protected:
             type(log().Text1, password);
             click(log().Command1(0));
             stayedOpen_ = log().isVisible();
+            if (stayedOpen_)
+                focusInDialog_ = log().window()->focusWidget()->objectName();
         });
     }
 
@@ -86,6 +88,7 @@ protected:
     }
 
     bool stayedOpen_ = false;
+    QString focusInDialog_;
 };
 
 TEST_F(Login, EachLevelOpensItsOwnAndLogoutClosesIt)
@@ -124,9 +127,14 @@ TEST_F(Login, EachLevelOpensItsOwnAndLogoutClosesIt)
 
 TEST_F(Login, CaptionAndPanelTellWhoIsThereUntilLogout)
 {
-    addUser(u"Ana"_s, u"segredo"_s);
+    addUser(u"Ana"_s, u"segredo"_s, 8);
+    EXPECT_EQ(principal().window()->focusWidget(), principal().Command1(13).widget());
+    EXPECT_FALSE(principal().Label1(13).enabled()) << "dimmed with the button beside it";
+    EXPECT_TRUE(principal().Label1(12).enabled());
     logIn(u"Ana"_s, u"segredo"_s);
     EXPECT_FALSE(stayedOpen_);
+    EXPECT_EQ(principal().window()->focusWidget(), principal().Command1(12).widget());
+    EXPECT_TRUE(principal().Label1(13).enabled());
     EXPECT_EQ(principal().caption(),
               u"Oficina    CPF 123-456-789/01   Usuario: Ana  está usando"_s);
     EXPECT_EQ(principal().StatusBar1.panel(1), u"Usuario: Ana"_s);
@@ -148,6 +156,7 @@ TEST_F(Login, NameInsideALongerOneAndPasswordOfAnotherCaseAreRefused)
         expectRefusal();
         logIn(name, password);
         EXPECT_TRUE(stayedOpen_);
+        EXPECT_EQ(focusInDialog_, u"Text1"_s);
     }
 }
 

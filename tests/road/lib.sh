@@ -299,9 +299,8 @@ press_main() {
 
 # enter_as_administrator [WRONG-PASSWORD]: before it, the window was just started.
 enter_as_administrator() {
-    # Only backup, login and exit are alive, and the first of them has the focus.
-    key Tab space
-    focus_of[$name]=Command1_13
+    key space
+    focus_of[$name]=Command1_0
     arrive 'Validar usuario'
     key Down Tab
     if [[ -n ${1:-} ]]; then
@@ -309,7 +308,6 @@ enter_as_administrator() {
         key Return
         answer '^Vorbelo$' Return
         arrive 'Validar usuario'
-        key shift+Tab
     fi
     retype 1234
     key Return Return

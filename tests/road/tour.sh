@@ -25,7 +25,7 @@ box() {
 # --- in the door
 start exemplo
 take main-closed "$front"
-key Tab space
+key space
 arrive 'Validar usuario'
 key Down Tab
 text 123
@@ -33,10 +33,9 @@ take login 'Validar usuario'
 key Return Return
 box login-refused '^Vorbelo$' Return
 arrive 'Validar usuario'
-key shift+Tab
 retype 1234
 key Return Return
-focus_of[$name]=Command1_13
+focus_of[$name]=Command1_0
 arrive "$main"
 take main-open "$main"
 

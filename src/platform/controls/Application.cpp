@@ -2,14 +2,13 @@
 
 #include "EventGate.h"
 #include "FormRegistry.h"
+#include "Look.h"
 #include "Program.h"
 
 #include <QApplication>
 #include <QFont>
 #include <QKeyEvent>
 #include <QLibraryInfo>
-#include <QPalette>
-#include <QProxyStyle>
 #include <QTranslator>
 #include <QWidget>
 
@@ -34,41 +33,6 @@ ProgramState& state()
     return programState;
 }
 
-class QuietStyle : public QProxyStyle
-{
-public:
-    QuietStyle() : QProxyStyle(u"Fusion"_s) {}
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* result) const override
-    {
-        return hint == SH_LineEdit_PasswordCharacter
-                   ? u'*'
-                   : QProxyStyle::styleHint(hint, option, widget, result);
-    }
-};
-
-QPalette quietPalette()
-{
-    QPalette palette;
-    palette.setColor(QPalette::Window, QColor(0xf3, 0xf4, 0xf6));
-    palette.setColor(QPalette::Base, Qt::white);
-    palette.setColor(QPalette::AlternateBase, QColor(0xf1, 0xf5, 0xfa));
-    palette.setColor(QPalette::Text, QColor(0x1c, 0x24, 0x2c));
-    palette.setColor(QPalette::WindowText, QColor(0x1c, 0x24, 0x2c));
-    palette.setColor(QPalette::ButtonText, QColor(0x1c, 0x24, 0x2c));
-    palette.setColor(QPalette::Button, QColor(0xe6, 0xea, 0xef));
-    palette.setColor(QPalette::Highlight, QColor(0x2b, 0x6c, 0xb0));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xfb, 0xe6));
-    palette.setColor(QPalette::ToolTipText, QColor(0x1c, 0x24, 0x2c));
-    const QColor faint(0x9a, 0xa3, 0xad);
-    palette.setColor(QPalette::Disabled, QPalette::Text, faint);
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, faint);
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, faint);
-    palette.setColor(QPalette::Disabled, QPalette::Base, QColor(0xec, 0xee, 0xf1));
-    return palette;
-}
-
 void sendTab()
 {
     QWidget* target = QApplication::focusWidget();
@@ -84,8 +48,8 @@ void sendTab()
 
 void prepareApplication(QApplication& application)
 {
-    QApplication::setStyle(new QuietStyle);
-    QApplication::setPalette(quietPalette());
+    QApplication::setStyle(look::makeStyle());
+    QApplication::setPalette(look::palette());
     QFont font(u"Liberation Sans"_s);
     font.setPointSize(10);
     font.setStyleHint(QFont::SansSerif);

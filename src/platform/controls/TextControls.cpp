@@ -1,6 +1,7 @@
 #include "Controls.h"
 
 #include "FormWindow.h"
+#include "Look.h"
 
 #include <QLineEdit>
 #include <QPalette>
@@ -72,8 +73,8 @@ void showLocked(QWidget& widget, bool locked)
         return;
     }
     QPalette palette = widget.palette();
-    palette.setColor(QPalette::Active, QPalette::Base, QColor(0xe9, 0xed, 0xf2));
-    palette.setColor(QPalette::Inactive, QPalette::Base, QColor(0xe9, 0xed, 0xf2));
+    palette.setColor(QPalette::Active, QPalette::Base, look::lockedGround());
+    palette.setColor(QPalette::Inactive, QPalette::Base, look::lockedGround());
     widget.setPalette(palette);
 }
 
