@@ -224,10 +224,15 @@ click_in() {
     pause
 }
 
-# bands PATTERN: the upper edges of the rows that are lit in the window's grids, from the top.
+# bands PATTERN: the upper edges of the rows that are lit in the window's grids, from the top. The
+# frame of the focus has the same colour, and is thinner.
 bands() {
     import -window "$(window "$1")" -crop "1x2000+$((14 * scale))+0" +repage -depth 8 txt:- |
-        awk -F'[,:]' 'toupper($0) ~ /#2B6CB0/ { if ($2 != last + 1) print $2 + 0; last = $2 }'
+        awk -F'[,:]' 'toupper($0) ~ /#2B6CB0/ {
+            if ($2 != last + 1) first = $2
+            last = $2
+            if (last - first == 9) print first
+        }'
 }
 
 # click_row PATTERN TOP ROW [COUNT]: the row of the grid whose first row stands at TOP.
