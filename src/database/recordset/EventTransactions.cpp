@@ -4,7 +4,6 @@
 #include "MsgBox.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -13,7 +12,7 @@ namespace {
 
 bool isList(Database& database)
 {
-    return database.storage().isList();
+    return database.storage().listState().has_value();
 }
 
 QString lostText(const RuntimeError& error)
@@ -28,12 +27,12 @@ QString listLostText(const RuntimeError& error)
                           "Não repita a venda: feche e abra a tela."_s;
 }
 
-} // namespace
-
-void EventTransactions::tell(const QString& text)
+void tell(const QString& text)
 {
     MsgBox(text, BoxButtons::Ok, BoxIcon::Critical);
 }
+
+} // namespace
 
 EventTransactions& EventTransactions::instance()
 {
@@ -71,6 +70,12 @@ void EventTransactions::fail(const RuntimeError& error)
     if (!joins())
         return;
     failure_ = Failure{gate::nestedLoops(), error};
+    for (const auto& database : std::exchange(writing_, {}))
+        database->rollback();
+}
+
+void EventTransactions::undo()
+{
     for (const auto& database : std::exchange(writing_, {}))
         database->rollback();
 }
@@ -117,9 +122,10 @@ bool EventTransactions::commitNow()
 
 bool EventTransactions::settle(gate::Moment moment)
 {
-    // A lock would be held for as long as the user thinks.
-    if (pieces_ > 0)
-        throw std::logic_error("a box was asked for, or a commit, within a piece");
+    if (moment == gate::Moment::Undo) {
+        undo();
+        return true;
+    }
     const std::optional<QString> lost = commitAll();
     ++serial_;
     if (moment == gate::Moment::EventEnd)
@@ -154,9 +160,6 @@ std::optional<QString> EventTransactions::commitAll()
                 lost = anyIsDurable ? listLostText(failed) : lostText(failed);
             }
         }
-        // Booked and still full: the list is read anew, which finds it marked.
-        if (anyIsDurable)
-            file->letKeptGo();
         file->rollback();
         file->setListChecked(false);
     }

@@ -34,8 +34,7 @@ void Recordset::MoveNext()
     state.leaveRow();
     if (state.eof)
         throw RuntimeError(RuntimeError::NoCurrentRecord);
-    const int next = state.isGone ? state.place : state.place + 1;
-    state.goTo(state.bof ? state.rows.first() : state.rows.atOrAfter(next), false, true);
+    state.goTo(state.bof ? state.rows.first() : state.rows.atOrAfter(state.place + 1), false, true);
 }
 
 void Recordset::MovePrevious()
@@ -53,14 +52,12 @@ void Recordset::Find(const QString& criterion, int skip)
 {
     faults::point(faults::Call::Recordset);
     State& state = open();
-    const bool stood = state.standsOnRow();
     state.leaveRow();
     const FindCriterion find = parseFind(criterion);
     const std::optional<int> field = state.database->field(state.table, find.field);
     if (!field)
         throw RuntimeError(RuntimeError::NoSuchItem);
-    if (!stood)
-        throw RuntimeError(RuntimeError::NoCurrentRecord);
+    state.requireRow();
     state.goTo(state.rows.search(state.place + skip, *field, folded(find.text).toStdString()),
                false, true);
 }
@@ -68,7 +65,8 @@ void Recordset::Find(const QString& criterion, int skip)
 int Recordset::AbsolutePosition() const
 {
     const State& state = open();
-    if (state.pending == State::Pending::NewRow || !state.standsOnRow())
+    if (state.pending == State::Pending::NewRow || state.bof || state.eof ||
+        state.rows.isDeleted(state.place))
         return 0;
     return state.rows.rowsBefore(state.place) + 1;
 }
@@ -86,8 +84,6 @@ void Recordset::setAbsolutePosition(int position)
 Value Recordset::valueAt(int row, int position) const
 {
     const State& state = open();
-    if (row < 0 || row >= state.rows.count())
-        throw RuntimeError(RuntimeError::WrongArguments);
     return toValue(state.rows.row(state.rows.placeOfNth(row)).cell(position), state.kind(position));
 }
 
@@ -98,14 +94,13 @@ std::shared_ptr<const RowsView> Recordset::rowsNow() const
 
 bool Recordset::isOvertaken() const
 {
-    return rowKey() != 0 && open().overtaken == rowKey();
+    return open().isOvertaken;
 }
 
 qint64 Recordset::rowKey() const
 {
     const State& state = open();
-    const bool isStored = state.pending != State::Pending::NewRow && state.standsOnRow();
-    return isStored ? state.rows.row(state.place).id() : 0;
+    return AbsolutePosition() == 0 ? 0 : state.rows.row(state.place).id();
 }
 
 void Recordset::retakeVersion()
@@ -113,7 +108,7 @@ void Recordset::retakeVersion()
     State& state = open();
     state.requireRow();
     if (state.pending != State::Pending::NewRow)
-        state.takeVersion();
+        state.takeVersion(Database::Look::Now);
 }
 
 std::vector<Value> Recordset::storedValues() const
@@ -121,11 +116,10 @@ std::vector<Value> Recordset::storedValues() const
     const State& state = open();
     state.requireNoNewRow();
     state.requireRow();
-    const RowView row = state.version();
-    if (row.isNull())
+    if (!state.versionExists)
         throw RuntimeError(RuntimeError::RowChanged);
     std::vector<Value> values;
     for (int field = 0; field < fieldCount(); ++field)
-        values.push_back(toValue(row.cell(field), state.kind(field)));
+        values.push_back(toValue(state.version.view().cell(field), state.kind(field)));
     return values;
 }

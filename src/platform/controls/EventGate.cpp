@@ -46,6 +46,56 @@ void report(const Form& form, OnError onError, const RuntimeError& error)
     }
 }
 
+// A fault of the program itself, no matter where it arose: the handler has left its work undone, so
+// that what it wrote is taken back before anything makes it durable.
+void endByFault(const char* what)
+{
+    std::fprintf(stderr, "%s\n", what);
+    gate::settle(gate::Moment::Undo);
+    try {
+        MsgBox(QStringLiteral(
+                   "Erro interno do programa:\n%1\n\nO que esta operação gravou foi desfeito. "
+                   "O programa será fechado.")
+                   .arg(QString::fromLocal8Bit(what)),
+               BoxButtons::Ok, BoxIcon::Critical);
+    } catch (...) {
+        // Told in standard error; the program must end now.
+    }
+    endProgram(EndReason::Fault);
+}
+
+// Nothing that is thrown goes on from here: the toolkit's loop does not bear it.
+template <class Work> void guarded(const Form& form, OnError onError, const Work& work)
+{
+    try {
+        work();
+    } catch (const RuntimeError& error) {
+        report(form, onError, error);
+    } catch (const std::exception& fault) {
+        endByFault(fault.what());
+    } catch (...) {
+        endByFault("unknown exception");
+    }
+}
+
+class RunningFrame
+{
+public:
+    explicit RunningFrame(GateFrame frame) { state().frames.push_back(std::move(frame)); }
+    ~RunningFrame() { state().frames.pop_back(); }
+    RunningFrame(const RunningFrame&) = delete;
+    RunningFrame& operator=(const RunningFrame&) = delete;
+};
+
+class Deeper
+{
+public:
+    Deeper() { ++state().depth; }
+    ~Deeper() { --state().depth; }
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+};
+
 bool anyFormVisible()
 {
     for (const Form* form : FormRegistry::instance().loadedForms())
@@ -74,17 +124,15 @@ void run(Form& form, OnError onError, const std::function<void()>& handler)
 {
     if (programEnded())
         return;
-    state().frames.push_back({&form, form.window_});
-    ++state().depth;
-    try {
-        handler();
-    } catch (const RuntimeError& error) {
-        report(form, onError, error);
+    {
+        const RunningFrame frame({&form, form.window_});
+        {
+            const Deeper deeper;
+            guarded(form, onError, handler);
+        }
+        if (state().depth == 0)
+            guarded(form, onError, [] { settle(Moment::EventEnd); });
     }
-    --state().depth;
-    if (state().depth == 0)
-        settle(Moment::EventEnd);
-    state().frames.pop_back();
     // The end of the last form ends the program, once no handler runs any more.
     if (state().frames.empty() && applicationRuns() && !anyFormVisible())
         QCoreApplication::quit();

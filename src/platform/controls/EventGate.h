@@ -14,6 +14,8 @@ enum class OnError
 
 // The one boundary between the toolkit and form code. Every event, whoever fired it, runs through
 // it: an error that leaves the handler never reaches the code whose assignment fired the event.
+// Anything but a RuntimeError is a fault of ours: what the event wrote is undone, a critical box
+// and standard error tell of it, and the program ends.
 namespace gate {
 
 void run(Form& form, OnError onError, const std::function<void()>& handler);
@@ -26,11 +28,13 @@ bool inEvent();
 // arose.
 int nestedLoops();
 
-// The moments at which writes become durable. The database hooks in; forms know nothing of it.
+// The moments at which writes become durable, or are dropped. The database hooks in; forms know
+// nothing of it.
 enum class Moment
 {
     BeforeDialog, // a box, dialog or modal form is about to be shown from within the event
-    EventEnd      // the outermost event ended, well or by an error
+    EventEnd,     // the outermost event ended, well or by an error
+    Undo          // a fault of the program: what is not durable yet must never become so
 };
 void setSettleHook(std::function<void(Moment)> hook);
 void settle(Moment moment);
