@@ -1,10 +1,7 @@
 #include "Application.h"
 #include "Buscacli.h"
-#include "Buscafornecedor.h"
 #include "EventTransactions.h"
 #include "Form1Cli.h"
-#include "Form1Defeitos.h"
-#include "Form1For.h"
 #include "Form1Pec.h"
 #include "Form1log.h"
 #include "Form1pecabusca.h"
@@ -31,9 +28,6 @@ int main(int argc, char** argv)
     addForm<Form1Pec>();
     addForm<Form1pecabusca>();
     addForm<Form1pecavenda>();
-    addForm<Form1For>();
-    addForm<Buscafornecedor>();
-    addForm<Form1Defeitos>();
     addForm<Form1relatorio>();
 
     QApplication::setWindowIcon(QIcon(u":/icons/vorbelo.svg"_s));

@@ -1,16 +1,22 @@
 #include "FormTest.h"
 
+#include "Dates.h"
+#include "GridRows.h"
 #include "RuntimeError.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <QWindow>
 
 namespace {
@@ -35,6 +41,26 @@ std::unique_ptr<QWidget> sampleWindow()
     auto* masked = new QLineEdit;
     masked->setProperty("mask", u"(##)####-####"_s);
     add(masked, u"MaskEdBox1"_s);
+    add(new QLabel(u"Nome"_s), u"Label1"_s);
+    auto* group = new QGroupBox;
+    add(group, u"Frame1"_s);
+    auto* inner = new QVBoxLayout(group);
+    auto* box = new QPlainTextEdit;
+    box->setObjectName(u"Text3"_s);
+    box->setProperty("maxLength", 60'000);
+    box->setProperty("enterBreaksLine", true);
+    inner->addWidget(box);
+    auto* key = new QPushButton(u"&Quadro"_s);
+    key->setObjectName(u"Command3"_s);
+    inner->addWidget(key);
+    auto* bar = new QFrame;
+    add(bar, u"StatusBar1"_s);
+    for (const auto& [name, shows] :
+         {std::pair(1, ""), std::pair(2, "date"), std::pair(3, "time")}) {
+        auto* panel = new QLabel(bar);
+        panel->setObjectName(u"StatusBar1_%1"_s.arg(name));
+        panel->setProperty("shows", QString::fromLatin1(shows));
+    }
     return window;
 }
 
@@ -63,6 +89,9 @@ public:
         });
         MSFlexGrid1.onClick([this] { call(u"Grid%1"_s.arg(MSFlexGrid1.Row())); });
         Text2.onChange([this] { call(u"Text2"_s); }, OnError::Silent);
+        Text3.onKeyPress([this](int& KeyAscii) { KeyAscii = swallows ? 0 : KeyAscii; });
+        Label1.onClick([this] { call(u"Label"_s); });
+        Command3.onClick([this] { call(u"Inner"_s); });
     }
 
     ControlArray<TextBox> Text1{this, u"Text1"_s};
@@ -71,8 +100,14 @@ public:
     ControlArray<CommandButton> Command2{this, u"Command2"_s};
     FlexGrid MSFlexGrid1{this, u"MSFlexGrid1"_s};
     MaskEdBox MaskEdBox1{this, u"MaskEdBox1"_s};
+    Label Label1{this, u"Label1"_s};
+    Frame Frame1{this, u"Frame1"_s};
+    TextBox Text3{this, u"Text3"_s};
+    CommandButton Command3{this, u"Command3"_s};
+    StatusBar StatusBar1{this, u"StatusBar1"_s};
 
     QStringList events;
+    bool swallows = false;
     std::map<QString, std::function<void()>> on;
     int loads = 0;
 
@@ -83,6 +118,8 @@ protected:
         call(u"Load"_s);
     }
     void Form_Unload() override { call(u"Unload"_s); }
+    void Form_Activate() override { call(u"Activate"_s); }
+    void Form_Deactivate() override { call(u"Deactivate"_s); }
 
 private:
     void call(const QString& event)
@@ -93,10 +130,23 @@ private:
     }
 };
 
+class Other : public Form
+{
+public:
+    static constexpr char Name[] = "Other";
+    Other() : Form(u"Other"_s, &sampleWindow) {}
+    TextBox Text2{this, u"Text2"_s};
+    CommandButton Command1{this, u"Command1"_s};
+};
+
 class ControlsTest : public FormTest
 {
 protected:
-    ControlsTest() { addForm<Sample>(); }
+    ControlsTest()
+    {
+        addForm<Sample>();
+        addForm<Other>();
+    }
     Sample& sample() { return form<Sample>(); }
 };
 
@@ -150,6 +200,172 @@ TEST_F(ControlsTest, TypingIntoAFullBoxTakesNothingFromItsEnd)
     EXPECT_EQ(box->textCursor().position(), 1);
     box->undo();
     EXPECT_EQ(sample().Text1(12).text(), u"234"_s);
+}
+
+TEST_F(ControlsTest, ABoxTakesNoMoreThanItsLimitHoweverItIsPutIn)
+{
+    sample().show();
+    TextBox& one = sample().Text1(3);
+    auto* line = qobject_cast<QLineEdit*>(one.widget());
+    EXPECT_EQ(one.maxLength(), 0);
+    one.setText(QString(40'000, u'a'));
+    EXPECT_EQ(one.text().size(), 40'000);
+    one.setMaxLength(40'001);
+    line->end(false);
+    line->insert(u"bc"_s);
+    EXPECT_EQ(one.text().size(), 40'001);
+
+    one.setText(u"12345678901234"_s);
+    one.setMaxLength(4);
+    sample().events.clear();
+    line->selectAll();
+    line->insert(u"\nabcd\nefghijkl"_s);
+    EXPECT_EQ(one.text(), u"abcd"_s);
+    EXPECT_EQ(sample().events, QStringList{u"Change3"_s});
+    line->insert(u"z"_s);
+    EXPECT_EQ(one.text(), u"abcd"_s);
+    EXPECT_EQ(sample().events, QStringList{u"Change3"_s}) << "nothing changed";
+    line->undo();
+    line->undo();
+    EXPECT_LE(one.text().size(), 14) << "what was undone stood there before";
+
+    auto* several = qobject_cast<QPlainTextEdit*>(sample().Text3.widget());
+    several->insertPlainText(QString(60'000, u'a') + u"bc"_s);
+    EXPECT_EQ(sample().Text3.text(), QString(60'000, u'a'));
+    sample().Text3.setMaxLength(3);
+    several->selectAll();
+    several->insertPlainText(u"x\ry\r\nz"_s);
+    EXPECT_EQ(sample().Text3.text(), u"x\ny"_s);
+}
+
+TEST_F(ControlsTest, EnterBreaksTheLineWhereTheBoxSaysSo)
+{
+    sample().show();
+    enter(sample().Text3);
+    press(sample().Text3, Qt::Key_Return);
+    EXPECT_EQ(sample().Text3.text(), u"\n"_s);
+    sample().swallows = true;
+    press(sample().Text3, Qt::Key_Return);
+    sample().swallows = false;
+    sample().Text3.setLocked(true);
+    press(sample().Text3, Qt::Key_Return);
+    EXPECT_EQ(sample().Text3.text(), u"\n"_s);
+}
+
+TEST_F(ControlsTest, ALabelIsClicked)
+{
+    sample().show();
+    QTest::mouseClick(sample().Label1.widget(), Qt::LeftButton);
+    QTest::mouseClick(sample().Label1.widget(), Qt::RightButton);
+    QTest::mousePress(sample().Label1.widget(), Qt::LeftButton);
+    QTest::mouseRelease(sample().Label1.widget(), Qt::LeftButton, {}, QPoint(-5, -5));
+    EXPECT_EQ(sample().events.count(u"Label"_s), 1);
+}
+
+TEST_F(ControlsTest, ADisabledFrameShutsOffItsControlsAndLeavesTheirLook)
+{
+    sample().show();
+    enter(sample().Text3);
+    sample().Frame1.setEnabled(false);
+    EXPECT_FALSE(sample().Frame1.enabled());
+    EXPECT_TRUE(sample().Command3.enabled());
+    EXPECT_TRUE(sample().Command3.widget()->isEnabled());
+    EXPECT_FALSE(sample().Text3.widget()->hasFocus());
+    EXPECT_THROW(sample().Text3.SetFocus(), RuntimeError);
+    sample().Text3.setText(u"do programa"_s);
+    const auto pressed = [this] {
+        sample().events.clear();
+        QWidget* window = sample().window();
+        const QWidget* button = sample().Command3.widget();
+        const QPoint middle = button->mapTo(window, button->rect().center());
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, middle);
+        QTest::keyClick(window, Qt::Key_Q, Qt::AltModifier);
+        return sample().events.count(u"Inner"_s);
+    };
+    EXPECT_EQ(pressed(), 0);
+    sample().Frame1.setEnabled(true);
+    EXPECT_EQ(pressed(), 2);
+    sample().Text3.SetFocus();
+    EXPECT_TRUE(sample().Text3.widget()->hasFocus());
+}
+
+TEST_F(ControlsTest, PasswordIsHiddenAndShown)
+{
+    auto* line = qobject_cast<QLineEdit*>(sample().Text2.widget());
+    sample().Text2.setText(u"abc"_s);
+    sample().Text2.setPasswordChar(u"*"_s);
+    EXPECT_EQ(line->displayText(), u"***"_s);
+    EXPECT_EQ(sample().Text2.passwordChar(), u"*"_s);
+    sample().Text2.setPasswordChar({});
+    EXPECT_EQ(line->displayText(), u"abc"_s);
+    EXPECT_EQ(sample().Text2.text(), u"abc"_s);
+}
+
+TEST_F(ControlsTest, FormsHearOfFocusBetweenFormsAndOfNothingElse)
+{
+    sample().show();
+    enter(sample().Text1(0));
+    EXPECT_EQ(sample().events.mid(0, 2), (QStringList{u"Load"_s, u"Activate"_s}));
+    sample().events.clear();
+    setMsgBoxForTests({});
+    QTimer::singleShot(50, [] { QApplication::activeModalWidget()->close(); });
+    MsgBox(u"Caixa"_s);
+    QDialog dialog(sample().window());
+    QTimer::singleShot(50, &dialog, &QDialog::accept);
+    dialog.exec();
+    enter(sample().Text1(0));
+    EXPECT_EQ(sample().events, QStringList()) << "boxes and dialogs are no forms";
+
+    form<Other>().show();
+    enter(form<Other>().Text2);
+    EXPECT_EQ(sample().events, QStringList{u"Deactivate"_s}) << "and no LostFocus";
+    enter(sample().Text1(0));
+    EXPECT_EQ(sample().events, (QStringList{u"Deactivate"_s, u"Activate"_s}));
+
+    // A form that unloads itself when another one takes over.
+    sample().on[u"Deactivate"_s] = [this] { sample().unload(); };
+    enter(form<Other>().Command1);
+    EXPECT_FALSE(sample().isLoaded());
+    EXPECT_TRUE(form<Other>().Command1.widget()->hasFocus());
+    sample().on.clear();
+    sample().events.clear();
+    form<Other>().unload();
+    EXPECT_EQ(sample().events, QStringList());
+}
+
+TEST_F(ControlsTest, PanelsTellDateAndTime)
+{
+    sample().load();
+    EXPECT_EQ(sample().StatusBar1.panel(2), u"09/03/2026"_s);
+    EXPECT_EQ(sample().StatusBar1.panel(3), u"14:30"_s);
+    Clock::setForTests(QDateTime(QDate(2026, 3, 10), QTime(0, 1)));
+    const auto follows = [this] { return sample().StatusBar1.panel(3) == u"00:01"_s; };
+    EXPECT_TRUE(QTest::qWaitFor(follows, 3000));
+    EXPECT_EQ(sample().StatusBar1.panel(2), u"10/03/2026"_s);
+    sample().StatusBar1.setPanel(1, u"Usuario: Ana"_s);
+    EXPECT_EQ(sample().StatusBar1.panel(1), u"Usuario: Ana"_s);
+    EXPECT_THROW(sample().StatusBar1.setPanel(4, {}), RuntimeError);
+}
+
+TEST_F(ControlsTest, AFaultOfOursEndsTheProgramAndLeavesTheGateInOrder)
+{
+    const std::vector<std::function<void()>> faults{[] { throw std::out_of_range("seven"); },
+                                                    [] { throw 7; }};
+    sample().load();
+    for (const auto& fault : faults) {
+        sample().on[u"Change0"_s] = fault;
+        sample().on[u"Click"_s] = [this] {
+            sample().Text1(0).setText(sample().Text1(0).text() + u'a');
+            EXPECT_TRUE(programEnded()) << "and what fired the event hears nothing of it";
+        };
+        std::vector<EndReason> reasons;
+        setEndProgramForTests([&reasons](EndReason reason) { reasons.push_back(reason); });
+        expectErrorBox(u"Erro interno do programa:\n"_s);
+        click(sample().Command1);
+        EXPECT_EQ(reasons, std::vector{EndReason::Fault});
+        EXPECT_FALSE(gate::inEvent());
+    }
+    setEndProgramForTests([](EndReason) {});
 }
 
 TEST_F(ControlsTest, AnErrorInAnEventNeverReachesTheAssignmentThatFiredIt)
@@ -331,10 +547,87 @@ TEST_F(ControlsTest, GridRowsFollowTheClassicArithmetic)
     click(grid, 2);
     click(grid, 0);
     EXPECT_EQ(sample().events.mid(1), (QStringList{u"Grid2"_s, u"Grid1"_s}));
-    grid.setLazyRows(3, [](int row, int col) { return QString::number(10 * row + col); });
+}
+
+class Numbers : public GridRows
+{
+public:
+    explicit Numbers(int count) : count_(count) {}
+    int count() const override { return count_; }
+    QString text(int row, int column) const override
+    {
+        return QString::number(10 * (row + 1) + column);
+    }
+
+private:
+    int count_;
+};
+
+TEST_F(ControlsTest, RowsThatAreShownBecomePlainWhenTheyChange)
+{
+    FlexGrid& grid = sample().MSFlexGrid1;
+    const auto numbers = std::make_shared<Numbers>(3);
+    grid.setTextMatrix(0, 1, u"Nome"_s);
+    grid.showRows(numbers);
+    EXPECT_EQ(grid.Row(), 1);
     EXPECT_EQ(grid.TextMatrix(3, 1), u"31"_s);
+    EXPECT_EQ(grid.TextMatrix(0, 1), u"Nome"_s);
+    EXPECT_THROW(grid.TextMatrix(4, 0), RuntimeError);
+    grid.setRow(2);
+    grid.setTextMatrix(2, 0, u"x"_s);
+    EXPECT_EQ(gridRows(grid), (QStringList{u"10|11"_s, u"x|21"_s, u"30|31"_s}));
+    EXPECT_EQ(grid.Row(), 2);
+    grid.showRows(numbers);
     grid.setRows(2);
-    EXPECT_EQ(gridRows(grid), QStringList{u"10|11"_s});
+    grid.setRows(3);
+    EXPECT_EQ(gridRows(grid), (QStringList{u"10|11"_s, u"|"_s}));
+    grid.showRows(std::make_shared<Numbers>(0));
+    EXPECT_EQ(grid.Rows(), 1);
+    EXPECT_EQ(grid.Row(), 0);
+    grid.setRows(2);
+    EXPECT_EQ(gridRows(grid), QStringList{u"|"_s});
+}
+
+TEST_F(ControlsTest, ARowIsLitOnceSomeoneChoseIt)
+{
+    sample().show();
+    FlexGrid& grid = sample().MSFlexGrid1;
+    const auto lit = [&] {
+        QCoreApplication::processEvents();
+        const auto* view = qobject_cast<QTableView*>(grid.widget());
+        const QModelIndexList rows = view->selectionModel()->selectedRows();
+        return rows.isEmpty() ? 0 : rows.front().row() + 1;
+    };
+    grid.showRows(std::make_shared<Numbers>(100));
+    enter(sample().Text2);
+    EXPECT_EQ(lit(), 0);
+    QWheelEvent wheel(QPointF(4, 4), {}, QPoint(), {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    auto* view = qobject_cast<QTableView*>(grid.widget());
+    QCoreApplication::sendEvent(view->viewport(), &wheel);
+    EXPECT_EQ(view->verticalScrollBar()->value(), 0) << "the wheel beside the focus";
+    enter(grid);
+    EXPECT_EQ(lit(), 0);
+    sample().events.clear();
+    press(grid, Qt::Key_Space);
+    EXPECT_EQ(sample().events, QStringList{u"Grid1"_s});
+    EXPECT_EQ(lit(), 1);
+    press(grid, Qt::Key_Down);
+    press(grid, Qt::Key_Space);
+    EXPECT_EQ(sample().events.back(), u"Grid2"_s);
+    QCoreApplication::sendEvent(view->viewport(), &wheel);
+    EXPECT_GT(view->verticalScrollBar()->value(), 0);
+    grid.setTextMatrix(50, 0, u"x"_s);
+    EXPECT_EQ(lit(), 2) << "a change elsewhere leaves the choice";
+    grid.showRows(std::make_shared<Numbers>(3));
+    EXPECT_EQ(lit(), 0);
+    grid.setRow(3);
+    EXPECT_EQ(lit(), 3);
+    grid.setRows(1);
+    EXPECT_EQ(lit(), 0);
+    sample().events.clear();
+    press(grid, Qt::Key_Space);
+    EXPECT_EQ(sample().events, QStringList()) << "no row to click on";
 }
 
 TEST_F(ControlsTest, MaskedBoxIsTolerant)

@@ -189,3 +189,50 @@ private:
     std::vector<std::pair<std::string, int>> lists_[2];
     int booking_ = -1; // station whose list is being booked
 };
+
+// Two stations that each change a field of their own.
+class SharedOrdersBook : public Book
+{
+public:
+    void read(const Words& words, int station) override
+    {
+        if (words[0] == "save" || words[0] == "delete")
+            last_[station] = words;
+        refused_ += words[0] == "refused";
+        if (words[0] != "done")
+            return;
+        const Words& step = last_[station];
+        const std::string& name = step[2];
+        if (step[0] == "delete")
+            created_[name].clear();
+        else if (name[0] == "ab"[station] && !created_.contains(name))
+            created_[name] = {step.begin() + 1, step.end()};
+        else
+            edited_[station][name] = step[3 + static_cast<std::size_t>(station)];
+    }
+
+    void compare(const std::string& file) override
+    {
+        requireTwins(file);
+        std::printf("stations: %zu orders, %d saves refused\n", created_.size(), refused_);
+        require(refused_ > 0, "the stations never met");
+        std::vector<Words> expected;
+        for (auto& [name, order] : created_) {
+            for (std::size_t station = 0; station < 2; ++station)
+                if (!order.empty() && edited_[station].contains(name))
+                    order[2 + station] = edited_[station][name];
+            if (!order.empty())
+                expected.push_back(order);
+        }
+        std::sort(expected.begin(), expected.end());
+        require(query(file, "SELECT numero, Nome, local, observacao FROM Cliente ORDER BY 1, 2") ==
+                    expected,
+                "the rows do not hold what each station saved last");
+    }
+
+private:
+    Words last_[2];
+    std::map<std::string, Words> created_;
+    std::map<std::string, std::string> edited_[2];
+    int refused_ = 0;
+};

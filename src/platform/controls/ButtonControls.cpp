@@ -1,11 +1,14 @@
 #include "Controls.h"
 
+#include "Application.h"
 #include "FormWindow.h"
 #include "RuntimeError.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 
 namespace {
@@ -36,6 +39,18 @@ void CommandButton::attach(FormWindow& window, QWidget* widget)
     auto* button = qobject_cast<QAbstractButton*>(widget);
     if (button)
         QObject::connect(button, &QAbstractButton::clicked, &window, firing(window, click_));
+}
+
+bool CommandButton::useKey(QWidget& widget, const QKeyEvent& key)
+{
+    if (!Control::useKey(widget, key))
+        return false;
+    const QPointer<QAbstractButton> pressed = qobject_cast<QAbstractButton*>(&widget);
+    // What the KeyPress sent comes first: a box that the click opens must not get it.
+    deliverSentKeys();
+    if (pressed)
+        pressed->click();
+    return true;
 }
 
 int CheckBox::value() const

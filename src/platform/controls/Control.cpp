@@ -3,6 +3,7 @@
 #include "FormWindow.h"
 #include "RuntimeError.h"
 
+#include <QKeyEvent>
 #include <QWidget>
 
 Control::Control(Form* form, QString name, int index)
@@ -76,7 +77,7 @@ void Control::SetFocus()
     QWidget* own = widget();
     if (!own)
         return;
-    if (!own->isEnabled() || own->isHidden())
+    if (!own->isEnabled() || own->isHidden() || Frame::shutsOff(*own))
         throw RuntimeError(RuntimeError::InvalidCall);
     own->setFocus(Qt::OtherFocusReason);
 }
@@ -109,6 +110,17 @@ void Control::onGotFocus(Handler handler, OnError onError)
 void Control::onLostFocus(Handler handler, OnError onError)
 {
     lostFocus_ = {std::move(handler), onError};
+}
+
+bool Control::intercept(QWidget&, QEvent&)
+{
+    return false;
+}
+
+// Nothing here takes Enter; the form says where it goes on.
+bool Control::useKey(QWidget&, const QKeyEvent& key)
+{
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
 void Control::fire(const Bound<Handler>& event)

@@ -12,6 +12,9 @@
 #include <vector>
 
 class GridRow;
+class GridRows;
+class QEvent;
+class QKeyEvent;
 class QWidget;
 
 // Handles on the stock widgets of a form, reached by object name when the window is made. An
@@ -77,6 +80,12 @@ protected:
     // Connects the widget's signals when a window is made.
     virtual void attach(FormWindow& window, QWidget* widget);
 
+    // Looks at an event of the mouse before the stock widget gets it; true: it goes no further.
+    virtual bool intercept(QWidget& widget, QEvent& event);
+    // What the control itself does with a key whose KeyPress is through; true: the stock widget
+    // does not get it.
+    virtual bool useKey(QWidget& widget, const QKeyEvent& key);
+
     void fire(const Bound<Handler>& event);
     // For a signal of the window's widget: fires while the window is in use.
     Handler firing(const FormWindow& window, const Bound<Handler>& event);
@@ -97,7 +106,10 @@ private:
     int slot_;
 };
 
-// QLineEdit, or QPlainTextEdit where it has several lines.
+// QLineEdit, or QPlainTextEdit where it has several lines. Of a text pasted into one line the
+// breaks at either end go, and inner ones become a blank. In several lines Ctrl+Enter breaks the
+// line, and Enter only where the dynamic property "enterBreaksLine" says so and KeyPress left the
+// 13 alone.
 class TextBox : public Control
 {
 public:
@@ -111,9 +123,13 @@ public:
     // Characters; 0 is no limit. Lowering it leaves the present text alone.
     int maxLength() const;
     void setMaxLength(int characters);
+    // "*" where the text is shown as asterisks, else empty; only the show changes.
+    QString passwordChar() const;
+    void setPasswordChar(const QString& character);
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
+    bool useKey(QWidget& widget, const QKeyEvent& key) override;
 };
 
 // A text box with a mask of "#" places and literals (dynamic property "mask" of the QLineEdit).
@@ -140,13 +156,24 @@ public:
     using Control::Control;
     QString caption() const;
     void setCaption(const QString& caption);
+
+protected:
+    bool intercept(QWidget& widget, QEvent& event) override;
 };
 
-// QGroupBox or QFrame.
+// QGroupBox or QFrame. Disabled, it keeps mouse and keyboard from the controls in it; they keep
+// their own look and what they themselves say of being enabled.
 class Frame : public Control
 {
 public:
     using Control::Control;
+    bool enabled() const override;
+    void setEnabled(bool enabled) override;
+    // Whether the widget stands in a disabled frame.
+    static bool shutsOff(const QWidget& widget);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
 };
 
 // QPushButton.
@@ -159,6 +186,7 @@ public:
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
+    bool useKey(QWidget& widget, const QKeyEvent& key) override;
 };
 
 // QCheckBox; value 0, 1 or 2 (grey). A value that changes fires Click; another value is error 380.
@@ -174,24 +202,51 @@ protected:
 };
 
 // QComboBox, editable. Click fires when an entry is chosen, Change when the text changes, by a
-// choice as well.
+// choice as well. A text that is set or typed leaves no entry chosen. The open list goes to the
+// entry whose first letters are typed, or stand in the box already; Down in a closed one picks it.
 class ComboBox : public Control
 {
 public:
     using Control::Control;
+    using Entries = std::shared_ptr<const std::vector<QString>>;
+
     QString text() const;
     void setText(const QString& text);
+    // Locked, it opens nothing and changes nothing; the focus, KeyPress and copying go on.
+    bool locked() const;
+    void setLocked(bool locked);
     int listCount() const;
     QString list(int index) const;
     int listIndex() const;
     // Error 380 outside -1..ListCount - 1; -1 is no entry.
     void setListIndex(int index);
-    // Error 5 for an index outside 0..ListCount.
+    // Error 5 for an index outside 0..ListCount. Entries may be equal.
     void AddItem(const QString& text, int index);
     void Clear();
+    // Clears, and lists these instead. Several lists can share them, and nothing is copied until
+    // one of them changes its own.
+    void setEntries(Entries entries);
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
+    bool intercept(QWidget& widget, QEvent& event) override;
+    bool useKey(QWidget& widget, const QKeyEvent& key) override;
+};
+
+// QComboBox, not editable: the drive letters that are mapped (HostPaths.h), as "f:". It begins with
+// the drive of the program's folder, else with the first. An assignment and each choice fire
+// Change.
+class DriveListBox : public Control
+{
+public:
+    using Control::Control;
+    QString drive() const;
+    // Only the first letter counts; error 68 for one that is not mapped, or whose folder is away.
+    void setDrive(const QString& drive);
+
+protected:
+    void attach(FormWindow& window, QWidget* widget) override;
+    bool intercept(QWidget& widget, QEvent& event) override;
 };
 
 // QDateEdit.
@@ -201,6 +256,9 @@ public:
     using Control::Control;
     QDate value() const;
     void setValue(QDate date);
+
+protected:
+    bool intercept(QWidget& widget, QEvent& event) override;
 };
 
 // A QFrame that holds labels named "<name>_1" to "<name>_n"; one whose dynamic property "shows" is
@@ -234,8 +292,9 @@ protected:
 };
 
 // QTableView on a model of the platform's own: one heading row, no fixed columns; Row 0 is the
-// heading. Cells hold text. Design values by dynamic properties: "cols" (number of columns) and
-// "numberColumns" (those aligned to the right, as "2,4").
+// heading. Cells hold text. Space is a click on the current row. Design values by dynamic
+// properties: "cols" (number of columns) and "numberColumns" (those aligned to the right, as
+// "2,4").
 class FlexGrid : public Control
 {
 public:
@@ -258,6 +317,9 @@ public:
     // the default of 960, below is error 30014.
     void setColWidth(int col, int twips);
 
+    // Puts these behind the heading, instead of what stood there; none for null. A change of a cell
+    // or of Rows makes plain texts of them.
+    void showRows(std::shared_ptr<const GridRows> rows);
     // Fills the last row and adds an empty one behind it, as long as next() gives the row's cells;
     // the same as setTextMatrix and setRows row by row, for long lists.
     void fillRows(const std::function<bool(GridRow& row)>& next);
@@ -268,6 +330,8 @@ public:
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
+    bool intercept(QWidget& widget, QEvent& event) override;
+    bool useKey(QWidget& widget, const QKeyEvent& key) override;
 };
 
 class ControlArrayBase

@@ -2,9 +2,12 @@
 
 #include "FormWindow.h"
 #include "GridModel.h"
+#include "GridRows.h"
 #include "RuntimeError.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QTableView>
 
 #include <algorithm>
@@ -63,8 +66,12 @@ void showCurrentRow(QTableView& view, const GridModel& model)
     const QSignalBlocker quiet(view.selectionModel());
     const int row = model.currentRow() - 1;
     // A row without text is not lit: nothing stands there to be picked.
-    if (row >= 0 && row < model.rowCount() && !model.isEmptyRow(row + 1))
+    if (row < 0 || row >= model.rowCount() || model.isEmptyRow(row + 1))
+        return;
+    if (model.currentRowIsChosen())
         view.selectRow(row);
+    else
+        view.selectionModel()->setCurrentIndex(model.index(row, 0), QItemSelectionModel::NoUpdate);
 }
 
 } // namespace
@@ -153,10 +160,58 @@ void FlexGrid::fillRows(const std::function<bool(GridRow& row)>& next)
         model->fillRows(next);
 }
 
-void FlexGrid::setLazyRows(int count, std::function<QString(int row, int col)> cell)
+void FlexGrid::showRows(std::shared_ptr<const GridRows> rows)
 {
     if (GridModel* model = modelOf(widget()))
-        model->setLazyRows(count, std::move(cell));
+        model->showRows(std::move(rows));
+}
+
+void FlexGrid::setLazyRows(int count, std::function<QString(int row, int col)> cell)
+{
+    class Computed : public GridRows
+    {
+    public:
+        Computed(int count, std::function<QString(int row, int col)> cell)
+            : count_(count), cell_(std::move(cell))
+        {
+        }
+        int count() const override { return count_; }
+        QString text(int row, int column) const override { return cell_(row + 1, column); }
+
+    private:
+        int count_;
+        std::function<QString(int row, int col)> cell_;
+    };
+    showRows(std::make_shared<Computed>(count, std::move(cell)));
+}
+
+bool FlexGrid::intercept(QWidget& widget, QEvent& event)
+{
+    const auto* view = qobject_cast<const QTableView*>(widget.parent());
+    if (!view || view->viewport() != &widget)
+        return false;
+    if (event.type() == QEvent::Wheel && !view->hasFocus()) {
+        event.ignore();
+        return true;
+    }
+    // A click beside all rows is a click on the grid, too.
+    if (event.type() == QEvent::MouseButtonRelease &&
+        !view->indexAt(static_cast<const QMouseEvent&>(event).position().toPoint()).isValid())
+        fire(click_);
+    return false;
+}
+
+bool FlexGrid::useKey(QWidget& widget, const QKeyEvent& key)
+{
+    auto* view = qobject_cast<QTableView*>(&widget);
+    if (!view || key.key() != Qt::Key_Space)
+        return Control::useKey(widget, key);
+    const GridModel* model = modelOf(view);
+    if (model->currentRow() > 0) {
+        view->selectRow(model->currentRow() - 1);
+        fire(click_);
+    }
+    return true;
 }
 
 void FlexGrid::attach(FormWindow& window, QWidget* widget)
@@ -170,12 +225,14 @@ void FlexGrid::attach(FormWindow& window, QWidget* widget)
 
     QObject::connect(model, &GridModel::published, view,
                      [view, model] { showCurrentRow(*view, *model); });
-    QObject::connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, &window,
-                     [model, &window](const QModelIndex& current) {
-                         if (window.alive() && current.isValid() &&
-                             current.row() + 1 < model->rows())
-                             model->noteCurrentRow(current.row() + 1);
-                     });
+    const auto followed = [view, model, &window] {
+        const QModelIndex current = view->currentIndex();
+        if (window.alive() && current.isValid() && current.row() + 1 < model->rows())
+            model->noteCurrentRow(current.row() + 1, view->selectionModel()->hasSelection());
+    };
+    const QItemSelectionModel* selection = view->selectionModel();
+    QObject::connect(selection, &QItemSelectionModel::currentRowChanged, &window, followed);
+    QObject::connect(selection, &QItemSelectionModel::selectionChanged, &window, followed);
     QObject::connect(view, &QTableView::clicked, &window, firing(window, click_));
     QObject::connect(view, &QTableView::doubleClicked, &window, firing(window, dblClick_));
     // A click on the heading selects the column, and Row is then the first row of data.

@@ -77,14 +77,7 @@ void place(QWidget& window, ShowStyle style)
 // To the first control that Tab reaches.
 void focusFirst(QWidget& window)
 {
-    const auto takesTab = [&window](const QWidget& widget) {
-        return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && !widget.isHidden() &&
-               widget.isVisibleTo(&window);
-    };
-    QWidget* first = window.nextInFocusChain();
-    while (first != &window && !takesTab(*first))
-        first = first->nextInFocusChain();
-    if (first != &window)
+    if (QWidget* first = nextTabStop(window))
         first->setFocus(Qt::TabFocusReason);
 }
 

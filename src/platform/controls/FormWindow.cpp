@@ -5,8 +5,8 @@
 #include "Form.h"
 
 #include <QAbstractButton>
+#include <QEvent>
 #include <QEventLoop>
-#include <QMouseEvent>
 #include <QTableView>
 
 // A child of the widget, found again from any widget of the window; but never owned by it.
@@ -73,35 +73,28 @@ bool FormWindow::swallowsClick(const QAbstractButton& button) const
     return (button.focusPolicy() & Qt::ClickFocus) && widget_->focusWidget() != &button;
 }
 
-void FormWindow::mouseReleased(const QObject& watched, const QMouseEvent& mouse)
-{
-    const auto* view = qobject_cast<QTableView*>(watched.parent());
-    if (!view || view->viewport() != &watched ||
-        view->indexAt(mouse.position().toPoint()).isValid())
-        return;
-    // A click beside all rows is a click on the grid, too.
-    if (Control* control = controlOf(&watched))
-        control->fire(control->click_);
-}
-
 bool FormWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (!alive_)
         return event->type() == QEvent::KeyPress || event->type() == QEvent::Close;
     // A handler may unload the form.
     const std::shared_ptr<FormWindow> held = weak_from_this().lock();
+    auto* widget = qobject_cast<QWidget*>(watched);
     switch (event->type()) {
     case QEvent::Close:
         if (watched != widget_.get())
             return false;
         frameClosed(*event);
         return true;
-    case QEvent::MouseButtonPress: {
-        const auto* button = qobject_cast<QAbstractButton*>(watched);
-        return button && swallowsClick(*button);
-    }
+    case QEvent::MouseButtonPress:
+        if (const auto* button = qobject_cast<QAbstractButton*>(watched))
+            return swallowsClick(*button);
+        [[fallthrough]];
+    case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
-        mouseReleased(*watched, *static_cast<QMouseEvent*>(event));
+    case QEvent::Wheel:
+        if (Control* control = controlOf(watched))
+            return control->intercept(*widget, *event);
         return false;
     default:
         return keys_.filter(watched, event);

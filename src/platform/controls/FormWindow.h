@@ -15,7 +15,6 @@ class Control;
 class Form;
 class QAbstractButton;
 class QEventLoop;
-class QMouseEvent;
 
 // One window of a form, from its load to its unload, with the controls that its handles mean. It is
 // kept alive by the form and by each handler that began on it; dead, it fires no event any more.
@@ -48,7 +47,6 @@ private:
     // What eventFilter does with each kind of event; true: it goes no further.
     void frameClosed(QEvent& event);
     bool swallowsClick(const QAbstractButton& button) const;
-    void mouseReleased(const QObject& watched, const QMouseEvent& mouse);
 
     Form& form_;
     std::unique_ptr<QWidget> widget_;

@@ -1,57 +1,14 @@
 #include "GridModel.h"
 
+#include "GridRow.h"
+#include "GridRows.h"
+
 #include <algorithm>
 #include <cstring>
 
-namespace {
-
-constexpr quint32 NoText = 0xffffffff;
-
-} // namespace
-
 GridModel::GridModel(QObject* parent)
-    : QAbstractTableModel(parent), starts_(static_cast<size_t>(rows_), NoText)
+    : QAbstractTableModel(parent), plain_(static_cast<size_t>(rows_))
 {
-}
-
-void GridModel::packWorkRow() const
-{
-    if (workRow_ < 0 || !workRowTouched_)
-        return;
-    workRowTouched_ = false;
-    pack(workRow_, workCells_);
-}
-
-void GridModel::pack(int row, const std::vector<QString>& cells) const
-{
-    starts_[static_cast<size_t>(row)] = static_cast<quint32>(packed_.size());
-    GridRow written(packed_);
-    for (const QString& cell : cells)
-        written.add(cell);
-}
-
-void GridModel::unpack(int row, std::vector<QString>& cells) const
-{
-    cells.assign(static_cast<size_t>(cols_), QString());
-    quint32 place = starts_[static_cast<size_t>(row)];
-    if (place == NoText)
-        return;
-    for (QString& cell : cells) {
-        GridRow::Length length = 0;
-        std::memcpy(&length, packed_.data() + place, sizeof length);
-        place += sizeof length;
-        cell = QString::fromUtf8(packed_.data() + place, length);
-        place += length;
-    }
-}
-
-void GridModel::work(int row) const
-{
-    if (workRow_ == row)
-        return;
-    packWorkRow();
-    unpack(row, workCells_);
-    workRow_ = row;
 }
 
 void GridModel::changed()
@@ -73,81 +30,52 @@ void GridModel::publish()
 
 void GridModel::makePlain(int rows)
 {
-    if (!lazyCell_)
+    const std::shared_ptr<const GridRows> shown = std::move(shown_);
+    if (!shown)
         return;
-    const auto compute = std::move(lazyCell_);
-    lazyCell_ = nullptr;
-    const int kept = std::min(rows_, rows);
-    rows_ = 1;
-    for (int row = 1; row < kept; ++row) {
-        setRows(row + 1);
+    plain_.resize(static_cast<size_t>(rows_));
+    for (int row = 1; row < std::min(rows_, rows); ++row) {
+        Cells& cells = plain_[static_cast<size_t>(row)];
         for (int col = 0; col < cols_; ++col)
-            setText(row, col, compute(row, col));
+            cells.push_back(shown->text(row - 1, col));
     }
 }
 
 void GridModel::setRows(int rows)
 {
     makePlain(rows);
-    if (rows < rows_) {
-        if (workRow_ >= rows)
-            workRow_ = -1;
-        // Shrunk to the heading and a spare row, the grid is about to be filled anew.
-        if (rows <= 2) {
-            std::vector<QString> heading;
-            work(0);
-            heading = workCells_;
-            std::vector<QString> first;
-            if (rows == 2) {
-                work(1);
-                first = workCells_;
-            }
-            packed_.clear();
-            starts_.assign(static_cast<size_t>(rows), NoText);
-            workRow_ = -1;
-            for (int row = 0; row < rows; ++row) {
-                workRow_ = row;
-                workCells_ = row == 0 ? heading : first;
-                workRowTouched_ = true;
-                packWorkRow();
-            }
-        }
-    }
-    const bool headingAlone = rows_ == 1;
-    starts_.resize(static_cast<size_t>(rows), NoText);
-    rows_ = rows;
-    if (headingAlone && rows > 1)
+    // Cut to the heading, or to a spare row behind it, it is about to be filled anew.
+    constexpr int Spare = 2;
+    if (rows < rows_ && rows <= Spare)
+        currentRowIsChosen_ = false;
+    if (rows_ == 1 && rows > 1)
         currentRow_ = 1;
-    currentRow_ = std::min(currentRow_, rows_ - 1);
+    rows_ = rows;
+    plain_.resize(static_cast<size_t>(rows));
+    if (currentRow_ >= rows_) {
+        currentRow_ = rows_ - 1;
+        currentRowIsChosen_ = false;
+    }
     changed();
 }
 
 void GridModel::setCols(int cols)
 {
     makePlain(rows_);
-    std::vector<std::vector<QString>> kept(static_cast<size_t>(rows_));
-    packWorkRow();
-    for (int row = 0; row < rows_; ++row)
-        unpack(row, kept[static_cast<size_t>(row)]);
-    packed_.clear();
     cols_ = cols;
-    for (int row = 0; row < rows_; ++row) {
-        workRow_ = row;
-        workCells_ = kept[static_cast<size_t>(row)];
-        workCells_.resize(static_cast<size_t>(cols));
-        workRowTouched_ = true;
-        packWorkRow();
-    }
-    workRow_ = -1;
+    for (Cells& cells : plain_)
+        if (cells.size() > static_cast<size_t>(cols))
+            cells.resize(static_cast<size_t>(cols));
     changed();
 }
 
 QString GridModel::text(int row, int col) const
 {
-    if (lazyCell_ && row > 0)
-        return lazyCell_(row, col);
-    work(row);
-    return workCells_[static_cast<size_t>(col)];
+    if (shown_ && row > 0)
+        return shown_->text(row - 1, col);
+    const Cells& cells = plain_[static_cast<size_t>(row)];
+    const auto cell = static_cast<size_t>(col);
+    return cell < cells.size() ? cells[cell] : QString();
 }
 
 bool GridModel::isEmptyRow(int row) const
@@ -162,46 +90,59 @@ void GridModel::setText(int row, int col, const QString& text)
 {
     if (row > 0)
         makePlain(rows_);
-    work(row);
-    workCells_[static_cast<size_t>(col)] = text;
-    workRowTouched_ = true;
+    Cells& cells = plain_[static_cast<size_t>(row)];
+    const auto cell = static_cast<size_t>(col);
+    if (cell >= cells.size())
+        cells.resize(cell + 1);
+    cells[cell] = text;
+    changed();
+}
+
+void GridModel::showRows(std::shared_ptr<const GridRows> rows)
+{
+    shown_ = std::move(rows);
+    plain_.resize(1);
+    rows_ = shown_ ? shown_->count() + 1 : 1;
+    currentRow_ = std::min(rows_ - 1, 1);
+    currentRowIsChosen_ = false;
     changed();
 }
 
 void GridModel::fillRows(const std::function<bool(GridRow& row)>& next)
 {
     makePlain(rows_);
-    packWorkRow();
-    workRow_ = -1;
     changed();
+    std::string packed;
     for (;;) {
-        const auto start = static_cast<quint32>(packed_.size());
-        GridRow row(packed_);
+        packed.clear();
+        GridRow row(packed);
         if (!next(row))
             return;
-        while (row.count() < cols_)
-            row.add(std::string_view());
-        starts_.back() = start;
-        starts_.push_back(NoText);
+        Cells cells;
+        for (size_t place = 0; place < packed.size();) {
+            GridRow::Length length = 0;
+            std::memcpy(&length, packed.data() + place, sizeof length);
+            place += sizeof length;
+            cells.push_back(QString::fromUtf8(packed.data() + place, length));
+            place += length;
+        }
+        plain_.back() = std::move(cells);
+        plain_.emplace_back();
         if (rows_++ == 1)
             currentRow_ = 1;
     }
 }
 
-void GridModel::setLazyRows(int count, std::function<QString(int row, int col)> cell)
+void GridModel::setCurrentRow(int row)
 {
-    setRows(1);
-    rows_ = count + 1;
-    lazyCell_ = std::move(cell);
-    if (count > 0)
-        currentRow_ = 1;
+    noteCurrentRow(row, true);
     changed();
 }
 
-void GridModel::setCurrentRow(int row)
+void GridModel::noteCurrentRow(int row, bool isChosen)
 {
     currentRow_ = row;
-    changed();
+    currentRowIsChosen_ = isChosen;
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const

@@ -1,15 +1,17 @@
 #pragma once
 
-#include "GridRow.h"
-
 #include <QAbstractTableModel>
 
 #include <functional>
-#include <string>
+#include <memory>
 #include <vector>
 
-// The texts of a grid. Rows count the heading; the views see the rows behind it. Views are told
-// once, when the running event is through, however many cells it filled.
+class GridRow;
+class GridRows;
+
+// The texts of a grid: plain ones, or behind the heading rows that are read as they are shown. Rows
+// count the heading; the views see the rows behind it. Views are told once, when the running event
+// is through, however many cells it filled.
 class GridModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -24,15 +26,17 @@ public:
     QString text(int row, int col) const;
     void setText(int row, int col, const QString& text);
     bool isEmptyRow(int row) const;
+    void showRows(std::shared_ptr<const GridRows> rows);
     // Writes the last row and adds an empty one, as long as next() gives the row's cells.
     void fillRows(const std::function<bool(GridRow& row)>& next);
-    void setLazyRows(int count, std::function<QString(int row, int col)> cell);
     void setNumberColumns(std::vector<int> columns) { numberColumns_ = std::move(columns); }
 
     int currentRow() const { return currentRow_; }
+    // Whether someone chose the current row; else it came about by filling.
+    bool currentRowIsChosen() const { return currentRowIsChosen_; }
     void setCurrentRow(int row);
-    // The user's own move in a view, which shows it already.
-    void noteCurrentRow(int row) { currentRow_ = row; }
+    // The user's own moves in a view, which shows them already: there, and chosen or not.
+    void noteCurrentRow(int row, bool isChosen);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -46,25 +50,20 @@ signals:
     void published();
 
 private:
+    using Cells = std::vector<QString>; // those that were written; the others are empty
+
     QVariant alignment(int col) const;
     void changed();
+    // Copies so many of the rows that are shown, the heading counted.
     void makePlain(int rows);
-    void work(int row) const;
-    void packWorkRow() const;
-    void pack(int row, const std::vector<QString>& cells) const;
-    void unpack(int row, std::vector<QString>& cells) const;
 
     int rows_ = 2;
     int cols_ = 2;
     int currentRow_ = 1;
+    bool currentRowIsChosen_ = false;
     int publishedRows_ = 0;
     bool stale_ = false;
-    // Where each row begins in packed_; NoText for an empty one.
-    mutable std::vector<quint32> starts_;
-    mutable std::string packed_;
-    mutable int workRow_ = -1;
-    mutable bool workRowTouched_ = false;
-    mutable std::vector<QString> workCells_;
-    std::function<QString(int row, int col)> lazyCell_;
+    std::vector<Cells> plain_; // the heading alone while rows are shown
+    std::shared_ptr<const GridRows> shown_;
     std::vector<int> numberColumns_;
 };

@@ -2,8 +2,10 @@
 
 #include "Dates.h"
 #include "RuntimeError.h"
+#include "WindowFocus.h"
 
 #include <QLabel>
+#include <QMouseEvent>
 #include <QTimer>
 
 namespace {
@@ -18,6 +20,35 @@ QLabel* panelOf(const QWidget* bar, const QString& name, int index)
     return panel;
 }
 
+constexpr char ShutProperty[] = "shut";
+constexpr char FocusProperty[] = "focusPolicyBeforeShut";
+
+void shut(QWidget& frame, bool shut)
+{
+    if (frame.property(ShutProperty).toBool() == shut)
+        return;
+    frame.setProperty(ShutProperty, shut);
+    frame.setAttribute(Qt::WA_TransparentForMouseEvents, shut);
+    for (QWidget* each : frame.findChildren<QWidget*>()) {
+        if (shut) {
+            each->setProperty(FocusProperty, static_cast<int>(each->focusPolicy()));
+            each->setFocusPolicy(Qt::NoFocus);
+        } else {
+            each->setFocusPolicy(
+                static_cast<Qt::FocusPolicy>(each->property(FocusProperty).toInt()));
+        }
+    }
+    QWidget* focused = frame.window()->focusWidget();
+    if (shut && focused && frame.isAncestorOf(focused)) {
+        QWidget* next = nextTabStop(*focused);
+        if (next)
+            next->setFocus(Qt::OtherFocusReason);
+        else
+            focused->clearFocus();
+    }
+    frame.update();
+}
+
 } // namespace
 
 QString Label::caption() const
@@ -30,6 +61,44 @@ void Label::setCaption(const QString& caption)
 {
     if (auto* label = qobject_cast<QLabel*>(widget()))
         label->setText(caption);
+}
+
+bool Label::intercept(QWidget& widget, QEvent& event)
+{
+    if (event.type() == QEvent::MouseButtonRelease && click_.handler) {
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        if (mouse.button() == Qt::LeftButton && widget.rect().contains(mouse.position().toPoint()))
+            fire(click_);
+    }
+    return false;
+}
+
+bool Frame::shutsOff(const QWidget& widget)
+{
+    for (const QWidget* each = &widget; each; each = each->parentWidget())
+        if (each->property(ShutProperty).toBool())
+            return true;
+    return false;
+}
+
+bool Frame::enabled() const
+{
+    const QWidget* own = widget();
+    return Control::enabled() && !own->property(ShutProperty).toBool();
+}
+
+void Frame::setEnabled(bool enabled)
+{
+    if (QWidget* own = widget())
+        shut(*own, !enabled);
+}
+
+void Frame::attach(FormWindow&, QWidget* widget)
+{
+    if (widget->isEnabledTo(widget->parentWidget()))
+        return;
+    widget->setEnabled(true);
+    shut(*widget, true);
 }
 
 QString StatusBar::panel(int index) const

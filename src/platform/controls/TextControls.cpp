@@ -1,19 +1,24 @@
 #include "Controls.h"
 
 #include "FormWindow.h"
-#include "Look.h"
+#include "LineGuard.h"
+#include "LockedLook.h"
+#include "TypedText.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
-#include <QPalette>
 #include <QPlainTextEdit>
+#include <QSignalBlocker>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
 constexpr char MaxLengthProperty[] = "maxLength";
 constexpr char LimitProperty[] = "limit";
-constexpr int Unlimited = 32767;
+constexpr char EnterBreaksLineProperty[] = "enterBreaksLine";
+constexpr int StockLimit = 32767; // of a box whose design gives none
 
 QString textOf(const QWidget* widget)
 {
@@ -24,58 +29,41 @@ QString textOf(const QWidget* widget)
     return {};
 }
 
-// The limit set at run time, else the one of the design (for a box of several lines a dynamic
-// property, since the stock widget has none).
-int limitOf(const QWidget* widget)
+int limitOf(const QWidget& widget)
 {
-    const QVariant set = widget->property(LimitProperty);
-    const int characters =
-        set.isValid() ? set.toInt() : widget->property(MaxLengthProperty).toInt();
-    return characters > 0 && characters < Unlimited ? characters : 0;
+    return widget.property(LimitProperty).toInt();
 }
 
-// The stock box would cut a longer text, and tell of it; here lowering the limit leaves it alone.
-void narrowTo(QLineEdit& line, int characters)
+// The limit is ours to keep: the stock box would cut a longer text where it is lowered, and what is
+// pasted before its line breaks are out. For a box of several lines the design has it as a dynamic
+// property, since the stock widget has none.
+void takeLimit(QWidget& widget)
 {
-    const int present = static_cast<int>(line.text().size());
-    line.setMaxLength(characters > 0 ? std::max(characters, present) : Unlimited);
+    int limit = widget.property(MaxLengthProperty).toInt();
+    if (auto* line = qobject_cast<QLineEdit*>(&widget)) {
+        if (limit == StockLimit)
+            limit = 0;
+        line->setMaxLength(std::numeric_limits<int>::max());
+    }
+    widget.setProperty(LimitProperty, limit);
 }
 
-// What was typed or pasted beyond the limit goes, and never the end of what stood there before; the
-// caret stays with the typing. A text that is longer already, since the limit was lowered under it,
-// does not grow.
-void dropSurplus(QPlainTextEdit& edit, qsizetype former)
+void keepAllowed(QPlainTextEdit& edit, const QString& former)
 {
-    const int limit = limitOf(&edit);
-    QString text = edit.toPlainText();
-    const auto surplus = static_cast<int>(text.size() - std::max<qsizetype>(limit, former));
-    if (limit == 0 || surplus <= 0)
+    const TypedText typed{edit.toPlainText(), edit.textCursor().position()};
+    const TypedText allowed = allowedText(former, typed, limitOf(edit), Lines::Several);
+    if (allowed.text == typed.text)
         return;
-    const int caret = std::max(0, edit.textCursor().position() - surplus);
-    text.remove(caret, surplus);
     const QSignalBlocker quiet(edit);
     // Taken back and done again with what fits: one step for the user who undoes it.
     edit.document()->undo();
     QTextCursor cursor = edit.textCursor();
-    if (text != edit.toPlainText()) {
+    if (allowed.text != edit.toPlainText()) {
         cursor.select(QTextCursor::Document);
-        cursor.insertText(text);
+        cursor.insertText(allowed.text);
     }
-    cursor.setPosition(caret);
+    cursor.setPosition(allowed.caret);
     edit.setTextCursor(cursor);
-}
-
-// A locked box can be read and copied from; its ground tells that it takes no typing.
-void showLocked(QWidget& widget, bool locked)
-{
-    if (!locked) {
-        widget.setPalette(QPalette());
-        return;
-    }
-    QPalette palette = widget.palette();
-    palette.setColor(QPalette::Active, QPalette::Base, look::lockedGround());
-    palette.setColor(QPalette::Inactive, QPalette::Base, look::lockedGround());
-    widget.setPalette(palette);
 }
 
 } // namespace
@@ -95,10 +83,7 @@ void TextBox::setText(const QString& text)
     if (cut == textOf(own))
         return;
     if (auto* line = qobject_cast<QLineEdit*>(own)) {
-        // In this order: the stock box would cut the old text to the limit, and tell of it.
         line->setText(cut);
-        // A handler of the change may have set another limit, or another text.
-        narrowTo(*line, limitOf(own));
         line->home(false);
     } else if (auto* several = qobject_cast<QPlainTextEdit*>(own)) {
         several->setPlainText(cut);
@@ -130,31 +115,41 @@ void TextBox::setLocked(bool locked)
 int TextBox::maxLength() const
 {
     const QWidget* own = widget();
-    return own ? limitOf(own) : 0;
+    return own ? limitOf(*own) : 0;
 }
 
 void TextBox::setMaxLength(int characters)
 {
-    QWidget* own = widget();
-    if (!own)
-        return;
-    if (auto* line = qobject_cast<QLineEdit*>(own))
-        narrowTo(*line, characters);
-    own->setProperty(LimitProperty, characters);
+    if (QWidget* own = widget())
+        own->setProperty(LimitProperty, characters);
+}
+
+QString TextBox::passwordChar() const
+{
+    const auto* line = qobject_cast<const QLineEdit*>(widget());
+    return line && line->echoMode() == QLineEdit::Password ? QStringLiteral("*") : QString();
+}
+
+void TextBox::setPasswordChar(const QString& character)
+{
+    if (auto* line = qobject_cast<QLineEdit*>(widget()))
+        line->setEchoMode(character.isEmpty() ? QLineEdit::Normal : QLineEdit::Password);
 }
 
 void TextBox::attach(FormWindow& window, QWidget* widget)
 {
+    takeLimit(*widget);
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         showLocked(*line, line->isReadOnly());
-        QObject::connect(line, &QLineEdit::textChanged, &window, firing(window, change_));
+        new LineGuard(
+            *line, [line] { return limitOf(*line); }, firing(window, change_), &window);
     } else if (auto* several = qobject_cast<QPlainTextEdit*>(widget)) {
         several->setTabChangesFocus(true);
         showLocked(*several, several->isReadOnly());
-        // The stock box tells of formatting, too, and knows no limit.
+        // The stock box tells of formatting, too.
         auto last = std::make_shared<QString>(several->toPlainText());
         QObject::connect(several, &QPlainTextEdit::textChanged, &window, [=, this, &window] {
-            dropSurplus(*several, last->size());
+            keepAllowed(*several, *last);
             const QString text = several->toPlainText();
             if (text == *last || !window.alive())
                 return;
@@ -162,6 +157,18 @@ void TextBox::attach(FormWindow& window, QWidget* widget)
             fire(change_);
         });
     }
+}
+
+bool TextBox::useKey(QWidget& widget, const QKeyEvent& key)
+{
+    if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter)
+        return false;
+    auto* several = qobject_cast<QPlainTextEdit*>(&widget);
+    if (several && !several->isReadOnly() &&
+        (key.modifiers() & Qt::ControlModifier ||
+         widget.property(EnterBreaksLineProperty).toBool()))
+        several->insertPlainText(QStringLiteral("\n"));
+    return true;
 }
 
 QString MaskEdBox::mask() const
@@ -214,6 +221,8 @@ QString MaskEdBox::clipText() const
 
 void MaskEdBox::attach(FormWindow& window, QWidget* widget)
 {
+    constexpr int NoLimit = 0;
     if (auto* line = qobject_cast<QLineEdit*>(widget))
-        QObject::connect(line, &QLineEdit::textChanged, &window, firing(window, change_));
+        new LineGuard(
+            *line, [] { return NoLimit; }, firing(window, change_), &window);
 }

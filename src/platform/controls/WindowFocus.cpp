@@ -63,6 +63,19 @@ void watchFocus()
 
 } // namespace
 
+QWidget* nextTabStop(const QWidget& from)
+{
+    const QWidget* window = from.window();
+    const auto takesTab = [window](const QWidget& widget) {
+        return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && !widget.isHidden() &&
+               widget.isVisibleTo(window);
+    };
+    QWidget* next = from.nextInFocusChain();
+    while (next != &from && !takesTab(*next))
+        next = next->nextInFocusChain();
+    return next == &from ? nullptr : next;
+}
+
 WindowFocus::WindowFocus(FormWindow& window) : window_(window)
 {
     watchFocus();

@@ -5,6 +5,9 @@
 
 class FormWindow;
 
+// The control behind this one that Tab reaches next, or null where it reaches none.
+QWidget* nextTabStop(const QWidget& from);
+
 // Where the keyboard focus of one window is: fires LostFocus and GotFocus as it moves between the
 // controls. Moves between forms reach the forms, those to boxes and other programs reach nobody.
 class WindowFocus

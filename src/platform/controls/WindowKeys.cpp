@@ -10,7 +10,6 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 
@@ -97,7 +96,8 @@ QAbstractButton* nextOfKey(const QWidget& window, const QKeySequence& key)
 {
     const auto holds = [&](const QWidget* widget) {
         const auto* button = qobject_cast<const QAbstractButton*>(widget);
-        return button && button->shortcut() == key && button->isEnabled() && button->isVisible();
+        return button && button->shortcut() == key && button->isEnabled() && button->isVisible() &&
+               !Frame::shutsOff(*button);
     };
     const QWidget* now = window.focusWidget() ? window.focusWidget() : &window;
     for (QWidget* next = now->nextInFocusChain(); next != now; next = next->nextInFocusChain())
@@ -150,6 +150,8 @@ bool WindowKeys::claimsKey(QKeyEvent& key) const
 // An access key moves the focus before it presses, so that the box left can still object.
 bool WindowKeys::accessKeyPressed(QAbstractButton& button, const QShortcutEvent& event)
 {
+    if (Frame::shutsOff(button))
+        return true;
     if (event.isAmbiguous()) {
         if (QAbstractButton* next = nextOfKey(*window_.widget(), button.shortcut()))
             next->setFocus(Qt::ShortcutFocusReason);
@@ -182,7 +184,6 @@ bool WindowKeys::keyArrived(QObject* watched, QKeyEvent& key)
 
 bool WindowKeys::keyPressed(Control& control, QWidget& widget, QKeyEvent& event)
 {
-    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (const int code = keyCode(event)) {
         const int use = control.fireKeyPress(code);
         if (use == 0 || !window_.alive())
@@ -195,21 +196,7 @@ bool WindowKeys::keyPressed(Control& control, QWidget& widget, QKeyEvent& event)
             return true;
         }
     }
-    if (!isEnter)
-        return false;
-    if (qobject_cast<QAbstractButton*>(&widget)) {
-        const QPointer<QPushButton> pressed = qobject_cast<QPushButton*>(&widget);
-        // What the KeyPress sent comes first: a box that the click opens must not get it.
-        deliverSentKeys();
-        if (pressed && window_.alive())
-            pressed->click();
-        return true;
-    }
-    // In a box of several lines Enter moves on, as the form says; Ctrl+Enter breaks the line.
-    if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget))
-        if (event.modifiers() & Qt::ControlModifier && !edit->isReadOnly())
-            edit->insertPlainText(QStringLiteral("\n"));
-    return true;
+    return control.useKey(widget, event);
 }
 
 // What dead keys and other composing keys put together passes through KeyPress, too.
