@@ -1,0 +1,77 @@
+#include "CsvExport.h"
+
+#include "DurableFile.h"
+#include "RuntimeError.h"
+#include "Schema.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QByteArray quoted(const QString& text)
+{
+    QByteArray bytes = text.toUtf8();
+    const bool needsQuotes = bytes.isEmpty() || bytes.front() == ' ' || bytes.back() == ' ' ||
+                             std::any_of(bytes.begin(), bytes.end(), [](char c) {
+                                 return c == ';' || c == '"' || c == '\n' || c == '\r';
+                             });
+    return needsQuotes ? '"' + bytes.replace('"', "\"\"") + '"' : bytes;
+}
+
+QByteArray tableText(const QString& path, const TableDefinition& table)
+{
+    std::vector<Value> cells;
+    for (const FieldDefinition& field : table.fields)
+        cells.push_back(field.name);
+    QByteArray text = CsvMark + csvLine(cells);
+    forEachRow(path, u"SELECT * FROM "_s + table.name, [&](Recordset& row) {
+        for (int field = 0; field < row.fieldCount(); ++field)
+            cells[static_cast<size_t>(field)] = row.Fields(field);
+        text += csvLine(cells);
+    });
+    return text;
+}
+
+} // namespace
+
+QByteArray csvLine(const std::vector<Value>& cells)
+{
+    QByteArray line;
+    for (const Value& cell : cells) {
+        if (!line.isEmpty() || &cell != &cells.front())
+            line += ';';
+        if (!cell.isNull())
+            line += quoted(cell.text());
+    }
+    return line + "\r\n";
+}
+
+void writeWhole(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        throw RuntimeError(RuntimeError::PathFileAccess);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    if (file.write(bytes) != bytes.size() || !commitDurably(file))
+        throw RuntimeError(RuntimeError::DiskFull);
+}
+
+QStringList exportTables(const ShopFiles& files, const QString& folder)
+{
+    const QDir place(folder);
+    if (!place.mkpath(u"."_s))
+        throw RuntimeError(RuntimeError::PathFileAccess);
+    QStringList written;
+    const auto write = [&](const QString& name, const QString& path, const TableDefinition& table) {
+        writeWhole(place.filePath(name), tableText(path, table));
+        written << name;
+    };
+    for (const TableDefinition& table : schema::mainFile())
+        write(table.name + u".csv"_s, files.main, table);
+    for (const TableDefinition& table : schema::saleListFile())
+        write(u"Lista-da-venda.csv"_s, files.list, table);
+    return written;
+}
