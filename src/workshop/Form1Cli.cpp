@@ -2,7 +2,6 @@
 
 #include "Buscacli.h"
 #include "Dates.h"
-#include "Form1CliRows.h"
 #include "Form1principal.h"
 #include "Format.h"
 #include "Funciones.h"
@@ -14,22 +13,19 @@
 #include "ui_Form1Cli.h"
 
 using namespace Funciones;
-using namespace clientrows;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+const QString OrdersByNumber = u"SELECT * FROM Cliente order by numero"_s;
+const QString TwinsByNumber = u"SELECT * FROM PECAAPLICADA order by numero"_s;
+
 const QString CopyCaption = u"&Copiar"_s;
 const QString PasteCaption = u"&Colar"_s;
 
+constexpr int ButtonEntrada = 6;
+constexpr int ButtonSaida = 7;
 constexpr int DocumentMaxLength = 18;
-constexpr int CpfLength = 11;
-
-void openTable(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection,
-               const QString& sql)
-{
-    table->Open(sql, connection.shared(), CursorType::Static, LockType::Optimistic);
-}
 
 void reopenTabela3(const QString& sql)
 {
@@ -59,12 +55,8 @@ Form1Cli::Form1Cli() : Form(QString::fromLatin1(Name), makeWindow<Ui::Form1Cli>(
 void Form1Cli::Form_Load()
 try {
     Modo = 0;
-    rowsAreLost_ = false;
-    twinIsLost_ = false;
-    isOvertaken_ = false;
-    setEnabled(Command1, {1, 3, 9}, false);
-    setCaption(u"Fichario de Clientes      "_s + principal().StatusBar1.panel(1) +
-               u"  está usando"_s);
+    setEnabled(Command1, {button::Salvar, button::Excluir, button::Cancela}, false);
+    setCaption(captionInUse(u"Fichario de Clientes      "_s));
     FormRegistry::instance().unload(QString::fromLatin1(Buscacli::Name));
     // What another form left in the pairs is not this form's to close.
     for (ObjectVariable<Recordset>* table : {&Tabela1, &Tabela3, &Tabela4})
@@ -72,19 +64,18 @@ try {
     for (ObjectVariable<Connection>* connection : {&Conexao1, &Conexao3, &Conexao4})
         connection->setNothing();
     AbreBanco();
-    openTable(Tabela1, Conexao1, ClientsByNumber);
+    openStatic(Tabela1, Conexao1, OrdersByNumber);
     AbreBanco3();
-    Tabela3->Open(ClientsByNumber, Conexao3.shared(), CursorType::Dynamic, LockType::ReadOnly);
+    Tabela3->Open(OrdersByNumber, Conexao3.shared(), CursorType::Dynamic, LockType::ReadOnly);
     AbreBanco4();
-    openTable(Tabela4, Conexao4, TwinsByNumber);
+    openStatic(Tabela4, Conexao4, TwinsByNumber);
     LimpaCampos();
     if (Tabela1->RecordCount() != 0)
         MostraFicha();
     AtualizaContagem();
     TravaCampos();
 } catch (const RuntimeError& error) {
-    MsgBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
-    MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, u"Fichario de Cliente"_s);
+    tellFailedLoad(error, u"Fichario de Cliente"_s);
 }
 
 void Form1Cli::Form_Unload()
@@ -139,28 +130,6 @@ void Form1Cli::LimpaCampos()
         Check1(flag).setValue(0);
 }
 
-void Form1Cli::MostraFicha()
-try {
-    LimpaCampos();
-    filled_ = shownValues(Tabela1);
-    for (const int box : {13, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 15})
-        Text1(box).setText(Tabela1->Fields(FieldOfBox[static_cast<size_t>(box)]).textOrEmpty());
-    Text3(1).setText(Format(Tabela1->Fields(FirstPhone).value(), formats::Phone));
-    Text3(2).setText(Format(Tabela1->Fields(SecondPhone).value(), formats::Phone));
-    const QString document = Tabela1->Fields(Document).textOrEmpty();
-    Text4.setText(document);
-    MaskEdBox1.setText(document);
-    // A document stored formatted is no number and shows as it was stored.
-    Text3(3).setText(Format(document, document.size() == CpfLength ? formats::Cpf : formats::Cgc));
-    const Value price = Tabela1->Fields(Price);
-    Text3(0).setText(price.isNull() ? u"0,00"_s : Format(price, formats::Money));
-    for (int flag = 0; flag < 4; ++flag)
-        Check1(flag).setValue(Tabela1->Fields(FirstFlag + flag).value().isTrue() ? 1 : 0);
-    Text7.setText(Tabela1->Fields(Shelf).textOrEmpty());
-} catch (const RuntimeError&) {
-    // Ends silently: what was filled so far stays in view.
-}
-
 void Form1Cli::AtualizaContagem()
 {
     const int count = Tabela1->RecordCount();
@@ -181,39 +150,37 @@ void Form1Cli::AtualizaContagem()
 void Form1Cli::Command1_Click(int Index)
 {
     switch (Index) {
-    case 0:
+    case button::Incluir:
         Incluir();
         break;
-    case 1:
+    case button::Salvar:
         Salvar();
         break;
-    case 2:
+    case button::Editar:
         Editar();
         break;
-    case 3:
+    case button::Excluir:
         Excluir();
         break;
-    case 4:
+    case button::Procurar:
         Procurar();
         break;
-    case 5:
-        Command1(5).caption() == CopyCaption ? Copiar() : Colar();
+    case button::Copiar:
+        Command1(button::Copiar).caption() == CopyCaption ? Copiar() : Colar();
         break;
-    case 6:
+    case ButtonEntrada:
         ImprimeFichaEntrada();
         break;
-    case 7:
+    case ButtonSaida:
         Saida();
         break;
-    case 8:
+    case button::Fechar:
         unload();
         break;
-    case 9:
+    case button::Cancela:
         Cancela();
         break;
     default:
-        if (isOvertaken_)
-            showOvertaken();
         navigate(Index, Tabela1, Command1);
         MostraFicha();
     }
@@ -221,27 +188,21 @@ void Form1Cli::Command1_Click(int Index)
 
 void Form1Cli::Incluir()
 {
-    reopenTabela3(ClientsByNumber);
+    reopenTabela3(OrdersByNumber);
     if (!Tabela3->eof())
         Tabela3->MoveLast();
+    beginNewOrder();
+    Text1(0).SetFocus();
+}
+
+// Both rows become pending, or none; the form is as it was where they cannot be had.
+void Form1Cli::beginNewOrder()
+{
     if (!Tabela1->eof()) {
         Tabela1->MoveLast();
         MostraFicha();
     }
     NumeroFicha = Val(Right(Text1(13).text(), 7));
-    beginNewRows();
-    LimpaCampos();
-    DesativaBotoes();
-    LiberaCampos();
-    setEnabled(Command1, {1, 9}, true);
-    setNumberAfter(NumeroFicha);
-    Modo = 1;
-    Text1(0).SetFocus();
-}
-
-// Both rows become pending, or none.
-void Form1Cli::beginNewRows()
-{
     Tabela1->AddNew();
     try {
         Tabela4->AddNew();
@@ -249,24 +210,78 @@ void Form1Cli::beginNewRows()
         Tabela1->CancelUpdate();
         throw;
     }
-    rowsAreLost_ = false;
-    isOvertaken_ = false;
-}
-
-void Form1Cli::setNumberAfter(double number)
-{
+    LimpaCampos();
+    DesativaBotoes();
+    LiberaCampos();
+    setEnabled(Command1, {button::Salvar, button::Cancela}, true);
     // It still holds the number last shown, which would pass for a clash.
     Text5.setText({});
-    Text1(13).setText(Format(number + 1, formats::Code));
+    Text1(13).setText(Format(NumeroFicha + 1, formats::Code));
     Text1(14).setText(dateText(Clock::today()));
+    Modo = 1;
+}
+
+// Only when the order is stored the form is back at browsing; else it stays as it was, so that the
+// same can be tried again.
+void Form1Cli::Salvar()
+{
+    NumeroFicha = Val(Right(Text1(13).text(), 7));
+    Text1(13).setText(Format(NumeroFicha, formats::Code));
+    try {
+        if (!storeUnlessNumberExists()) {
+            askAboutNumber();
+            return;
+        }
+    } catch (const RuntimeError&) {
+        return; // Ends silently.
+    }
+    Modo = 0;
+    backToBrowsing();
+    AtualizaContagem();
+    Command1(ButtonEntrada).SetFocus();
+}
+
+void Form1Cli::askAboutNumber()
+{
+    if (MsgBox(u"Número de Cadastro já existe,quer editar o cadastro sim ou não?"_s,
+               BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes) {
+        editExisting();
+        return;
+    }
+    Text1(13).setText({});
+    Text1(13).setLocked(false);
+    Text1(13).SetFocus();
+}
+
+void Form1Cli::editExisting()
+{
+    // A row written elsewhere is in neither table as they were opened. Where it cannot be found in
+    // new ones, the new order is still pending.
+    const ObjectVariable<Recordset> orders = openedAnew(OrdersByNumber, Conexao1);
+    if (!orders->eof())
+        orders->Find(likeCriterion(u"numero"_s, Text1(13).text()));
+    if (orders->eof()) { // deleted meanwhile: the number is free, and the next save takes it
+        Text5.setText({});
+        return;
+    }
+    const ObjectVariable<Recordset> twins = openedAnew(TwinsByNumber, Conexao4);
+    Tabela1->CancelUpdate();
+    Tabela4->CancelUpdate();
+    Text5.setText({});
+    Text2.setText({});
+    Modo = 0;
+    Text1(13).setLocked(true);
+    Tabela1 = orders;
+    Tabela4 = twins;
+    Text2.setText(Text1(13).text());
 }
 
 void Form1Cli::Editar()
 {
-    reopenTabela3(ClientsByNumber);
+    reopenTabela3(OrdersByNumber);
     DesativaBotoes();
     LiberaCampos();
-    setEnabled(Command1, {1, 3, 9}, true);
+    setEnabled(Command1, {button::Salvar, button::Excluir, button::Cancela}, true);
     Text1(13).setLocked(true);
     Text1(0).SetFocus();
 }
@@ -288,35 +303,23 @@ void Form1Cli::Procurar()
 
 void Form1Cli::Copiar()
 {
-    reopenTabela3(ClientsByNumber);
+    reopenTabela3(OrdersByNumber);
     DesativaBotoes();
     TravaCampos();
-    Command1(5).setCaption(PasteCaption);
-    Command1(5).setEnabled(true);
+    Command1(button::Copiar).setCaption(PasteCaption);
+    Command1(button::Copiar).setEnabled(true);
     CopiaCliente();
     LimpaCampos();
-    Command1(5).SetFocus();
+    Command1(button::Copiar).SetFocus();
 }
 
 void Form1Cli::Colar()
 {
-    // The rows first: where they cannot be had, what was copied is still at hand.
-    if (!Tabela1->eof()) {
-        Tabela1->MoveLast();
-        MostraFicha();
-    }
-    NumeroFicha = Val(Right(Text1(13).text(), 7));
-    beginNewRows();
-    DesativaBotoes();
-    LiberaCampos();
-    Command1(5).setCaption(CopyCaption);
-    setEnabled(Command1, {1, 9}, true);
-    LimpaCampos();
-    setNumberAfter(NumeroFicha);
+    beginNewOrder();
+    Command1(button::Copiar).setCaption(CopyCaption);
     ColaCliente();
     Text1(13).setLocked(true);
-    Modo = 1;
-    Text1(0).SetFocus();
+    Text1(8).SetFocus(); // the client is known: the device comes next
 }
 
 void Form1Cli::CopiaCliente()
@@ -341,18 +344,24 @@ void Form1Cli::ColaCliente()
 
 void Form1Cli::Saida()
 {
-    if (isOvertaken_) { // to be looked at before it is delivered
-        showOvertaken();
-        return;
-    }
     reopenTabela3(u"SELECT * FROM Cliente"_s);
     const QString before = Text1(15).text();
     if (before.isEmpty())
         Text1(15).setText(dateText(Clock::today()));
-    ImprimeFichaSaida();
-    // An exit that is not stored must not look as if it were.
-    if (!GravaFicha())
+    try {
+        if (saveWouldBeRefused()) { // to be looked at before it is delivered
+            MostraFicha();
+            return;
+        }
+        storeDelivery(ImprimeFichaSaida());
+        AtualizaContagem();
+    } catch (const RuntimeError&) {
         Text1(15).setText(before);
+        MsgBox(u"A entrega não foi gravada, nem a data de saída nem o valor no caixa. Repita a "
+               u"saída."_s,
+               BoxButtons::Ok, BoxIcon::Critical, u"Fichario de Cliente"_s);
+    }
+    closeIfOpen(Tabela5, Conexao5);
 }
 
 void Form1Cli::Cancela()
@@ -360,23 +369,24 @@ void Form1Cli::Cancela()
     backToBrowsing();
     Tabela1->CancelUpdate();
     Tabela4->CancelUpdate();
-    // Where a save that failed took the new row back, none is current.
-    if (Tabela1->eof() && Tabela1->RecordCount() != 0)
-        Tabela1->MoveLast();
-    if (isOvertaken_)
-        showOvertaken();
-    else
-        AtualizaContagem();
+    AtualizaContagem();
     Modo = 0;
+}
+
+void Form1Cli::backToBrowsing()
+{
+    AtivaBotoes();
+    TravaCampos();
+    setEnabled(Command1, {button::Salvar, button::Excluir, button::Cancela}, false);
 }
 
 void Form1Cli::Check1_GotFocus(int)
 {
     // While a copy waits only "&Colar" is alive.
-    if (Command1(5).caption() == PasteCaption)
+    if (Command1(button::Copiar).caption() == PasteCaption)
         return;
     // A flag can be set and saved without "&Editar": its focus alone is enough.
-    setEnabled(Command1, {1, 9}, true);
+    setEnabled(Command1, {button::Salvar, button::Cancela}, true);
 }
 
 void Form1Cli::Text1_Change(int Index)
@@ -386,17 +396,11 @@ void Form1Cli::Text1_Change(int Index)
     if (!sameText(Text1(Index), Text1(13)) || Trim(Text1(Index).text()).isEmpty())
         return;
     try {
-        lookNumberUp(Index);
+        findNumber(Text1(Index).text());
+        Text5.setText(Tabela3->Fields(0).textOrEmpty());
     } catch (const RuntimeError&) {
         // Not found: the number found before stays.
     }
-}
-
-void Form1Cli::lookNumberUp(int Index)
-{
-    Tabela3->MoveFirst();
-    Tabela3->Find(likeCriterion(u"numero"_s, Text1(Index).text()));
-    Text5.setText(Tabela3->Fields(0).textOrEmpty());
 }
 
 void Form1Cli::Text2_Change()
@@ -404,8 +408,6 @@ void Form1Cli::Text2_Change()
     const QString number = Text2.text();
     if (Trim(number).isEmpty())
         return;
-    if (isOvertaken_)
-        showOvertaken();
     lookUpOrStay(Tabela1, u"numero"_s, number);
     MostraFicha();
 }
@@ -420,18 +422,6 @@ void Form1Cli::Text6_Change()
     for (int description = 3; description <= 43; description += 4)
         parts << Tabela4->Fields(description).textOrEmpty();
     Text1(12).setToolTipText(parts.join(u','));
-}
-
-// Leaves Tabela4 at its end where there is no twin. A look-up that breaks leaves it on the twin of
-// another order, which must be neither written nor deleted.
-void Form1Cli::findTwin()
-{
-    twinIsLost_ = true;
-    if (Tabela4->RecordCount() != 0) {
-        Tabela4->MoveFirst();
-        Tabela4->Find(likeCriterion(u"numero"_s, Text6.text()));
-    }
-    twinIsLost_ = false;
 }
 
 void Form1Cli::Text3_Change(int)

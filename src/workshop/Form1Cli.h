@@ -2,9 +2,8 @@
 
 #include "CommonDialog.h"
 #include "Controls.h"
-#include "Value.h"
+#include "RecordFields.h"
 
-#include <optional>
 #include <vector>
 
 // The desk where a job enters the workshop and leaves it: one row of Cliente is one service order,
@@ -38,13 +37,13 @@ public:
     void LimpaCampos();
     void MostraFicha();
     void AtualizaContagem();
-    // False where nothing was stored and the same save can be tried again.
-    bool GravaFicha();
+    void GravaFicha();
     void ExcluiFicha();
     void CopiaCliente();
     void ColaCliente();
     void ImprimeFichaEntrada();
-    void ImprimeFichaSaida();
+    // Whether the paper came out.
+    bool ImprimeFichaSaida();
 
 protected:
     void Form_Load() override;
@@ -52,12 +51,6 @@ protected:
     void Form_Deactivate() override;
 
 private:
-    // Buttons that are on and boxes that are locked.
-    struct Access
-    {
-        std::vector<bool> buttons, locked1, locked3;
-    };
-
     void Command1_Click(int Index);
     void Check1_GotFocus(int Index);
     void Text1_Change(int Index);
@@ -80,30 +73,19 @@ private:
     void Saida();
     void Cancela();
 
-    void lookNumberUp(int Index);
-    bool numberExists();
-    void editExisting();
-    void beginNewRows();
-    void findTwin();
-    std::optional<QString> deleteRows();
-    void putBack(const std::vector<Value>& client);
-    void standOn(const QString& number);
-    void setNumberAfter(double number);
+    void beginNewOrder();
     void backToBrowsing();
-    void storeText(int box);
-    void fillRows();
-    bool findRowsAgain();
-    void showOvertaken();
-    void takeSaveBack(bool clientStored, const std::vector<Value>& before);
-    Access access() const;
-    void setAccess(const Access& access);
+    void askAboutNumber();
+    void editExisting();
 
-    // A save failed so badly that the rows under the boxes are not those that are current.
-    bool rowsAreLost_ = false;
-    // The row as it was when the boxes were filled.
-    std::vector<Value> filled_;
-    // Another station wrote into a box that was changed here, too: saved again it would be lost.
-    bool isOvertaken_ = false;
-    // The twin under Tabela4 may be that of another order.
-    bool twinIsLost_ = false;
+    std::vector<BoxField> fields();
+    void fillOrder();
+    void findTwin();
+    void findNumber(const QString& number);
+    bool numberExists();
+    // False where the number of a new order exists; nothing is stored then.
+    bool storeUnlessNumberExists();
+    bool saveWouldBeRefused();
+    void storeDelivery(bool isPrinted);
+    void enterCash();
 };

@@ -123,9 +123,8 @@ try {
     // Ends silently: a printer fault leaves the page unfinished.
 }
 
-// The warranty certificate; each printing of it enters the job's value in the cash movement, a
-// reprint too. Where the page could not be printed nothing is entered.
-void Form1Cli::ImprimeFichaSaida()
+// The warranty certificate.
+bool Form1Cli::ImprimeFichaSaida()
 try {
     readSheet(11);
     CommonDialog1.ShowPrinter(u"Certificado de garantia O.S "_s + Text1(13).text());
@@ -158,17 +157,7 @@ try {
     printer.setFontSize(8);
     printer.atY(7300).print(repeated(138, u'*') + u"qtz softwere"_s + repeated(15, u'*'));
     printer.EndDoc();
-
-    AbreBanco5();
-    Tabela5->Open(u"SELECT * FROM MOVIMENTO order by codigo"_s, Conexao5.shared(),
-                  CursorType::Static, LockType::Optimistic);
-    Tabela5->AddNew();
-    Tabela5->Fields(0) = Text1(13).text();
-    Tabela5->Fields(1) = Text1(0).text();
-    Tabela5->Fields(3) = Text3(0).text().isEmpty() ? u"0,00"_s : Text3(0).text();
-    Tabela5->Fields(4) = Clock::today();
-    Tabela5->Update();
-    FechaBanco5();
+    return true;
 } catch (const RuntimeError&) {
-    // Ends silently.
+    return false; // Ends silently.
 }

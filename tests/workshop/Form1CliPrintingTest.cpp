@@ -57,6 +57,42 @@ TEST_F(SheetTest, ExitDateStaysAndAnEmptyValueCountsAsNothing)
     EXPECT_EQ(sql(mainFile(), u"SELECT valor FROM MOVIMENTO"_s), QStringList{u"0"_s});
 }
 
+// The bench writes to another field, to the same one, and while the print dialog is open.
+TEST_F(SheetTest, DeliveryBesideTheBench)
+{
+    const auto cash = [this] { return sql(mainFile(), u"SELECT 1 FROM MOVIMENTO"_s).size(); };
+    Form1Cli& cli = openRecord();
+    cli.Text7.setText(u"A1"_s);
+    changeOrder(u"0000012"_s, u"local='B2'"_s);
+    click(cli.Command1(7));
+    EXPECT_EQ(cli.Text7.text(), u"B2"_s) << "looked at before it is delivered";
+    EXPECT_EQ(cli.Text1(15).text(), QString());
+    EXPECT_EQ(documents(), 0);
+    EXPECT_EQ(cash(), 0);
+
+    const auto whilePrinting = [this](const QString& changes) {
+        CommonDialog::setShowPrinterForTests(
+            [this, changes](const QString&) { changeOrder(u"0000012"_s, changes); });
+    };
+    whilePrinting(u"observacao='Com cabo', local='C3'"_s);
+    cli.Text7.setText(u"A1"_s);
+    expectBox(
+        u"A entrega não foi gravada, nem a data de saída nem o valor no caixa. Repita a saída."_s,
+        Answer::Ok, BoxButtons::Ok, BoxIcon::Critical, u"Fichario de Cliente"_s);
+    click(cli.Command1(7));
+    EXPECT_EQ(cli.Text1(15).text(), QString());
+    EXPECT_EQ(stored(u"0000012"_s, u"datasaida"_s), u"NULL"_s);
+    EXPECT_EQ(cash(), 0);
+    click(cli.Command1(7)); // brings "C3" into view
+    EXPECT_EQ(cli.Text7.text(), u"C3"_s);
+
+    whilePrinting(u"observacao='Sem nada'"_s);
+    click(cli.Command1(7));
+    EXPECT_EQ(stored(u"0000012"_s, u"datasaida || observacao || local"_s),
+              u"09/03/2026Sem nadaC3"_s);
+    EXPECT_EQ(cash(), 1);
+}
+
 TEST_F(SheetTest, PrinterFaultEntersNoCashAndStillSaves)
 {
     breakPrinter();

@@ -29,7 +29,7 @@ protected:
     {
         static const QRegularExpression told(
             u"^(conecxão|Fichario de Cliente.*|Busca.? Cliente.*|Oficina.*)\\|Erro nº -?\\d+$|"
-            "^\\|(Restaure o Banco|Erro ao iniciar o Fornulario).*$"_s);
+            "^Fichario de Cliente\\|A entrega não foi gravada.*$|^\\|(Restaure o Banco|Erro ao iniciar o Fornulario).*$"_s);
         EXPECT_EQ(boxes().filter(told), boxes());
     }
 };
