@@ -2,6 +2,7 @@
 #include "Buscacli.h"
 #include "EventTransactions.h"
 #include "Form1Cli.h"
+#include "Form1Configurar.h"
 #include "Form1Pec.h"
 #include "Form1log.h"
 #include "Form1pecabusca.h"
@@ -9,8 +10,11 @@
 #include "Form1principal.h"
 #include "Form1relatorio.h"
 #include "FormRegistry.h"
+#include "HostPaths.h"
+#include "frmAbout.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 
 using namespace Qt::Literals::StringLiterals;
@@ -19,6 +23,7 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     prepareApplication(application);
+    QDir::setCurrent(applicationFolder());
     installEventTransactions();
 
     addForm<Form1principal>();
@@ -29,6 +34,8 @@ int main(int argc, char** argv)
     addForm<Form1pecabusca>();
     addForm<Form1pecavenda>();
     addForm<Form1relatorio>();
+    addForm<Form1Configurar>();
+    addForm<frmAbout>();
 
     QApplication::setWindowIcon(QIcon(u":/icons/vorbelo.svg"_s));
     principal().show();

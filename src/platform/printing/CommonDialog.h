@@ -13,6 +13,9 @@ public:
     // The document's name serves as the proposed file name.
     void ShowPrinter(const QString& documentName);
 
+    // The title of the dialog that looks for a file, which no form opens.
+    QString DialogTitle;
+
     // Tests answer the dialog instead of showing it.
     static void setShowPrinterForTests(std::function<void(const QString& documentName)> answer);
 };
