@@ -175,7 +175,7 @@ TEST_F(ProfileFileTest, WhatCannotBeWrittenLeavesTheFileAsItWas)
         const FullDisk full(16);
         EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
     }
-    faults::setObserver([](faults::Call) { throw RuntimeError(RuntimeError::DeviceIo); });
+    faults::setObserver([](faults::Call) { throw RuntimeError(RuntimeError::DiskFull); });
     EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
     EXPECT_EQ(read(u"Titulo"_s), u"<default>"_s);
     faults::setObserver({});

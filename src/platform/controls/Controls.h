@@ -142,7 +142,6 @@ public:
 
     QString text() const;
     void setText(const QString& text);
-    QString clipText() const;
     QString mask() const;
 
 protected:

@@ -210,15 +210,6 @@ void MaskEdBox::setText(const QString& text)
     line->setText(places.isEmpty() ? text : filled);
 }
 
-QString MaskEdBox::clipText() const
-{
-    QString digits;
-    for (const QChar character : text())
-        if (character.isDigit())
-            digits += character;
-    return digits;
-}
-
 void MaskEdBox::attach(FormWindow& window, QWidget* widget)
 {
     constexpr int NoLimit = 0;
