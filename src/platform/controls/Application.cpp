@@ -56,6 +56,9 @@ void prepareApplication(QApplication& application)
     QApplication::setFont(font);
     QApplication::setApplicationName(program::title());
     QApplication::setQuitOnLastWindowClosed(false);
+    // Letters that follow each other so far apart still look for one entry of a list.
+    constexpr int SlowTypist = 1000; // milliseconds
+    QApplication::setKeyboardInputInterval(SlowTypist);
     // The words of the toolkit's own dialogs and menus; without the file they stay English.
     auto* translator = new QTranslator(&application);
     if (translator->load(u"qtbase_pt_BR"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -1,5 +1,7 @@
 #include "Look.h"
 
+#include "Controls.h"
+
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPainter>
@@ -35,6 +37,9 @@ bool isLocked(const QWidget* widget)
 {
     const auto* line = qobject_cast<const QLineEdit*>(widget);
     const auto* several = qobject_cast<const QPlainTextEdit*>(widget);
+    const auto* combo = qobject_cast<const QComboBox*>(widget);
+    if (combo && combo->isEditable())
+        line = combo->lineEdit();
     return (line && line->isReadOnly()) || (several && several->isReadOnly());
 }
 
@@ -92,12 +97,26 @@ public:
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override
     {
+        const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        if (control == CC_GroupBox && group && widget && Frame::shutsOff(*widget)) {
+            drawShut(*group, *painter, *widget);
+            return;
+        }
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         if (control == CC_ComboBox || control == CC_SpinBox)
             drawEdge(*option, *painter, widget);
     }
 
 private:
+    // What stands in it keeps its own look.
+    void drawShut(QStyleOptionGroupBox group, QPainter& painter, const QWidget& widget) const
+    {
+        group.state &= ~State_Enabled;
+        group.palette.setCurrentColorGroup(QPalette::Disabled);
+        group.textColor = group.palette.color(QPalette::WindowText);
+        QProxyStyle::drawComplexControl(CC_GroupBox, &group, &painter, &widget);
+    }
+
     // The stock style shows it only after a Tab, and thinly.
     static void drawFocus(const QStyleOption& option, QPainter& painter)
     {
