@@ -1,8 +1,11 @@
 #include "Application.h"
 #include "Buscacli.h"
+#include "Buscafornecedor.h"
 #include "EventTransactions.h"
 #include "Form1Cli.h"
 #include "Form1Configurar.h"
+#include "Form1Defeitos.h"
+#include "Form1For.h"
 #include "Form1Pec.h"
 #include "Form1log.h"
 #include "Form1pecabusca.h"
@@ -33,6 +36,9 @@ int main(int argc, char** argv)
     addForm<Form1Pec>();
     addForm<Form1pecabusca>();
     addForm<Form1pecavenda>();
+    addForm<Form1For>();
+    addForm<Buscafornecedor>();
+    addForm<Form1Defeitos>();
     addForm<Form1relatorio>();
     addForm<Form1Configurar>();
     addForm<frmAbout>();

@@ -34,7 +34,7 @@ void addCell(GridRow& row, const Field& field, const GridColumn& column)
 
 // The message for a document that cannot stay; empty where it can. A whole document also opens the
 // box for its formatted form.
-QString examineDocument(TextBox& box)
+QString examineDocument(TextBox& box, const QString& wrongCGC)
 {
     const QString document = box.text();
     switch (document.size()) {
@@ -46,7 +46,7 @@ QString examineDocument(TextBox& box)
         return u"Tem que ser 11 numeros para CPF e 14 numeros para CGC\""_s;
     case LengthCGC:
         box.setMaxLength(LengthFormattedCGC);
-        return Funciones::ValidaCGC(document) ? QString() : u"CGC com DV incorreto !!! "_s;
+        return Funciones::ValidaCGC(document) ? QString() : wrongCGC;
     default:
         return document.size() > LengthCGC
                    ? QString()
@@ -227,11 +227,11 @@ bool sameText(const TextBox& left, const TextBox& right)
     return left.text() == right.text();
 }
 
-void checkDocument(TextBox& box)
+void checkDocument(TextBox& box, const QString& wrongCGC)
 {
     if (box.locked() || box.text().isEmpty())
         return;
-    const QString fault = examineDocument(box);
+    const QString fault = examineDocument(box, wrongCGC);
     if (fault.isEmpty())
         return;
     MsgBox(fault);
@@ -239,9 +239,14 @@ void checkDocument(TextBox& box)
     box.SetFocus();
 }
 
+QString supportEmail()
+{
+    return u"suporte@vorbelo.example"_s;
+}
+
 QString supportEmailText()
 {
-    return u"email:suporte@vorbelo.example"_s;
+    return u"email:"_s + supportEmail();
 }
 
 QString likeCriterion(const QString& field, const QString& text)

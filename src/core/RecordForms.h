@@ -91,10 +91,14 @@ bool sameText(const TextBox& left, const TextBox& right);
 
 // The document check of the record forms on leaving the document box, with its messages; a document
 // that fails empties the box and takes the focus back. Boxes without icon and title. Nothing
-// happens on a locked or an empty box.
-void checkDocument(TextBox& box);
+// happens on a locked or an empty box. wrongCGC: how the form tells of wrong check digits in a
+// company's document.
+void checkDocument(TextBox& box,
+                   const QString& wrongCGC = QStringLiteral("CGC com DV incorreto !!! "));
 
-// The support address, for panel 2 of the main window's status bar when a form closes.
+// The support address, for panel 2 of the main window's status bar when a form closes; most forms
+// put "email:" before it.
+QString supportEmail();
 QString supportEmailText();
 // "LIKE" criterion of Find: field LIKE '*text*'.
 QString likeCriterion(const QString& field, const QString& text);

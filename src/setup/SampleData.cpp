@@ -2,6 +2,7 @@
 
 #include "Dates.h"
 #include "SampleOrders.h"
+#include "SampleRegisters.h"
 #include "SampleWords.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -26,43 +27,6 @@ TableRows parts(SampleWords& words)
                               words.below(5) == 0 ? u"M%1"_s.arg(100 + number + 1) : QString()});
     }
     return parts;
-}
-
-TableRows suppliers(SampleWords& words)
-{
-    TableRows suppliers{u"FORNECEDOR"_s, {}};
-    const QStringList products{u"Capacitores e resistores"_s, u"Controles remotos"_s,
-                               u"Peças para micro-ondas"_s, u"Cabos e conectores"_s,
-                               u"Unidades ópticas"_s};
-    for (int number = 1; number <= 15; ++number) {
-        const QString person = words.person();
-        suppliers.rows.push_back({u"Eletrônica %1 Ltda"_s.arg(words.district()), person,
-                                  u"www.fornecedor%1.exemplo.com.br"_s.arg(number),
-                                  SampleWords::email(person), words.phone(), words.mobile(),
-                                  words.cgc(), QString::number(200000000 + words.below(99999999)),
-                                  words.oneOf(products), SampleWords::code(number)});
-    }
-    return suppliers;
-}
-
-TableRows defects()
-{
-    TableRows defects{u"DEFEITO"_s, {}};
-    const std::vector<std::pair<QString, QString>> known{
-        {u"Liga e desliga em seguida"_s, u"Capacitor da fonte com fuga; trocar C910 e C912."_s},
-        {u"Faixa horizontal na tela"_s,
-         u"Solda fria no integrado vertical; ressoldar e trocar o eletrolítico ao lado."_s},
-        {u"Não sintoniza canais altos"_s, u"Varicap ou tensão de 33 V baixa; medir o zener."_s},
-        {u"CD pula"_s, u"Limpar a lente; se persistir, ajustar o ganho de foco."_s},
-        {u"Prato não gira"_s, u"Motor síncrono aberto; medir a bobina antes de trocar."_s},
-        {u"Imagem esverdeada"_s,
-         u"Amplificador de vídeo do canal vermelho; trocar o transistor na placa do tubo."_s}};
-    const QStringList brands{u"Aurora"_s, u"Boreal"_s, u"Caiçara"_s, u"Itapuã"_s};
-    int number = 0;
-    for (const QString& brand : brands)
-        for (const auto& [defect, solution] : known)
-            defects.rows.push_back({brand, u"TX-%1"_s.arg(20 + ++number), defect, solution});
-    return defects;
 }
 
 TableRows orders()
@@ -120,8 +84,8 @@ std::vector<TableRows> sampleRows()
     std::vector<TableRows> rows{parts(words)};
     for (TableRows& group : sampleOrders(words, rows.front()))
         rows.push_back(std::move(group));
-    rows.push_back(suppliers(words));
-    rows.push_back(defects());
+    rows.push_back(sampleSuppliers(words));
+    rows.push_back(sampleDefects());
     rows.push_back(orders());
     rows.push_back(maintenance(words));
     return rows;
