@@ -78,58 +78,6 @@ TEST_F(ChangesTest, EditIsWrittenByUpdateOrByAMoveAndCancelled)
     EXPECT_EQ(errorOf([&] { table->Fields(0) = u"x"_s; }), RuntimeError::NoCurrentRecord);
 }
 
-// A form opened at eight that saves at ten must not put its old text over what the bench wrote at
-// nine; it may not save over what was written while it stood on the row.
-TEST_F(ChangesTest, OnlyChangedFieldsAreWrittenAndOnlyOverTheRowAsItBecameCurrent)
-{
-    addSuppliers({u"a"_s, u"b"_s});
-    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
-    mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='2'"_s);
-    table->MoveNext();
-    EXPECT_TRUE(table->Fields(2).isNull()) << "a static recordset shows the moment of its opening";
-    for (int field : {0, 1, 2, 3})
-        table->Fields(field) = field == 1 ? Value(u"new"_s) : table->Fields(field).value();
-    table->Update();
-    EXPECT_EQ(stored(u"NOMEFORNECEDOR || SITE"_s), (QStringList{u"NULL"_s, u"newbench"_s}));
-
-    mainSql(u"UPDATE FORNECEDOR SET SITE='again' WHERE CODIGO='2'"_s);
-    table->Fields(1) = u"newer"_s;
-    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
-    EXPECT_EQ(table->Fields(1).text(), u"new"_s) << "the failed edit is dropped";
-    EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::RowChanged);
-    EXPECT_EQ(stored(u"NOMEFORNECEDOR || SITE"_s), (QStringList{u"NULL"_s, u"newagain"_s}));
-
-    table->retakeVersion();
-    table->Fields(1) = u"newer"_s;
-    table->Update();
-    EXPECT_EQ(stored(u"NOMEFORNECEDOR || SITE"_s), (QStringList{u"NULL"_s, u"neweragain"_s}));
-}
-
-TEST_F(ChangesTest, RowsOfOtherStationsAndOtherPairsAreProtected)
-{
-    addSuppliers({u"a"_s, u"b"_s});
-    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
-    auto other = open(u"SELECT * FROM FORNECEDOR"_s);
-    other->Fields(1) = u"first"_s;
-    other->Update();
-    table->Fields(1) = u"second"_s;
-    EXPECT_EQ(errorOf([&] { table->MoveNext(); }), RuntimeError::RowChanged);
-    EXPECT_EQ(table->Fields(0).text(), u"a"_s) << "the move that failed leaves the position";
-    table->MoveNext();
-
-    mainSql(u"DELETE FROM FORNECEDOR WHERE CODIGO='2'"_s);
-    mainSql(u"INSERT INTO FORNECEDOR(NOMEEMPRESA) VALUES('b')"_s);
-    table->Fields(1) = u"x"_s;
-    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
-    EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::RowChanged);
-    // Going there again finds it gone as well, and never another row under its id.
-    table->MoveFirst();
-    table->MoveNext();
-    table->Fields(1) = u"x"_s;
-    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
-    EXPECT_EQ(stored(u"NOMEFORNECEDOR"_s), (QStringList{u"first"_s, u"NULL"_s}));
-}
-
 TEST_F(ChangesTest, ReadOnlyAndClosedRecordsetsRefuse)
 {
     addSuppliers({u"a"_s});

@@ -111,7 +111,6 @@ public:
     // call. power_cuts orders|sales each-statement ROUNDS: the same without transactions; must
     // fail. power_cuts orders|sales sweep STRIDE: forgets what was not synced, at every STRIDE-th
     // call. power_cuts orders|sales deaf STRIDE: the same with syncs that do nothing; must fail.
-    // power_cuts stations together SECONDS: both work at the same time.
     Cutter(const fs::path& program, std::string work, std::string way, int number, unsigned seed)
         : driver_(program.parent_path() / "power_driver"), work_(std::move(work)),
           way_(std::move(way)), number_(number), seed_(seed), random_(seed)
@@ -133,9 +132,7 @@ public:
     {
         bool failed = false;
         try {
-            if (work_ == "stations")
-                workTogether();
-            else if (work_ == "sales")
+            if (work_ == "sales")
                 cutOff(SalesBook());
             else
                 cutOff(OrdersBook());
@@ -177,8 +174,7 @@ private:
                 way_,
                 std::to_string(seed),
                 std::to_string(call),
-                std::to_string(cut),
-                std::to_string(number_)};
+                std::to_string(cut)};
     }
 
     void cutOff(Book&& book)
@@ -223,19 +219,6 @@ private:
         return killed;
     }
 
-    void workTogether()
-    {
-        SharedOrdersBook book;
-        Run first(driver_, arguments("a", 0, 0, 0), folderOf(0));
-        Run second(driver_, arguments("b", 1, 0, 0), folderOf(1));
-        first.waitUntilGone();
-        second.waitUntilGone();
-        first.readTo(book, 0);
-        second.readTo(book, 1);
-        requireWhole(shared());
-        book.compare(shared());
-    }
-
     std::string driver_, work_, way_;
     int number_;
     unsigned seed_;
@@ -251,7 +234,7 @@ private:
 int main(int argc, char** argv)
 try {
     if (argc < 4)
-        throw std::runtime_error("power_cuts orders|sales|stations WAY NUMBER [SEED]");
+        throw std::runtime_error("power_cuts orders|sales WAY NUMBER [SEED]");
     const unsigned seed = argc > 4 ? static_cast<unsigned>(std::stoul(argv[4])) : 1;
     return Cutter(argv[0], argv[1], argv[2], std::stoi(argv[3]), seed).run();
 } catch (const std::exception& error) {

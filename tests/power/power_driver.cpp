@@ -13,7 +13,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QStandardPaths>
 #include <QTableView>
 
@@ -60,12 +59,10 @@ Answer answer(const Box& box)
     return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
 }
 
-// The desk of one station: both of two take numbers of their own parity, so that none of their
-// saves asks about a clash, and change one field of their own.
 class Desk
 {
 public:
-    explicit Desk(QString station) : station_(std::move(station)) { open(); }
+    Desk() { open(); }
 
     void open()
     {
@@ -95,60 +92,36 @@ public:
     void add()
     {
         click(form_.Command1(0));
-        if (isShared() && form_.Text1(13).text().toInt() % 2 != parity())
-            form_.Text1(13).setText(
-                u"%1"_s.arg(form_.Text1(13).text().toInt() + 1, 7, 10, QChar(u'0')));
         form_.Text1(0).setText(newText());
         form_.Text7.setText(newText());
         form_.Text1(11).setText(newText());
-        if (save())
-            numbers_ << form_.Text1(13).text();
-        else
-            giveUp();
+        save();
+        numbers_ << form_.Text1(13).text();
     }
 
     void edit()
     {
-        // Where both work, they shall meet at the oldest rows.
-        show(numbers_[below(isShared() ? 3 : numbers_.size())]);
+        show(numbers_[below(numbers_.size())]);
         click(form_.Command1(2));
-        // Time enough for the other station.
-        if (isShared())
-            usleep(static_cast<useconds_t>(below(10000)));
-        else
-            form_.Text1(0).setText(newText());
-        if (station_ != u"b")
-            form_.Text7.setText(newText());
-        if (station_ != u"a")
-            form_.Text1(11).setText(newText());
-        // Refused where the other station wrote the row meanwhile; then once more, or never mind.
-        if (!save() && (below(2) == 0 || !save()))
-            giveUp();
+        form_.Text1(0).setText(newText());
+        form_.Text7.setText(newText());
+        form_.Text1(11).setText(newText());
+        save();
     }
 
     void remove()
     {
         const QString number = numbers_[below(numbers_.size())];
-        if (isShared() && number.toInt() % 2 != parity())
-            return;
         show(number);
-        const QString before = form_.Text1(16).text();
         click(form_.Command1(2));
         say({u"delete"_s, number, form_.Text1(0).text()});
         click(form_.Command1(3));
-        const bool isGone = form_.Text1(16).text() != before;
-        say({isGone ? u"done"_s : u"refused"_s});
-        if (isGone)
-            numbers_.removeOne(number);
-        else
-            open();
+        say({u"done"_s});
+        numbers_.removeOne(number);
     }
 
 private:
-    bool isShared() const { return !station_.isEmpty(); }
-    int parity() const { return station_ == u"a" ? 0 : 1; }
-
-    QString newText() { return u"%1%2-%3"_s.arg(station_).arg(getpid()).arg(++texts_); }
+    QString newText() { return u"%1-%2"_s.arg(getpid()).arg(++texts_); }
 
     void show(const QString& number)
     {
@@ -156,24 +129,15 @@ private:
         form_.Text2.setText(number);
     }
 
-    void giveUp()
-    {
-        click(form_.Command1(9));
-        open();
-    }
-
-    bool save()
+    void save()
     {
         say({u"save"_s, form_.Text1(13).text(), form_.Text1(0).text(), form_.Text7.text(),
              form_.Text1(11).text()});
         click(form_.Command1(1));
         // The form stays as it was where the save was refused.
-        const bool isSaved = !form_.Command1(1).enabled();
-        say({isSaved ? u"done"_s : u"refused"_s});
-        return isSaved;
+        say({form_.Command1(1).enabled() ? u"refused"_s : u"done"_s});
     }
 
-    QString station_;
     Form1Cli& form_ = form<Form1Cli>();
     QStringList numbers_;
     int texts_ = 0;
@@ -181,7 +145,7 @@ private:
 
 void orders(bool onceEach)
 {
-    Desk desk({});
+    Desk desk;
     desk.add();
     status->armed = 1;
     if (onceEach) {
@@ -192,18 +156,6 @@ void orders(bool onceEach)
     }
     for (;;)
         desk.doSomething();
-}
-
-void station(const QString& name, int seconds)
-{
-    Desk desk(name);
-    QElapsedTimer clock;
-    clock.start();
-    for (int step = 1; clock.elapsed() < 1000LL * seconds; ++step) {
-        desk.doSomething();
-        if (step % 20 == 0)
-            desk.open();
-    }
 }
 
 Form1pecavenda& counter()
@@ -262,7 +214,7 @@ void sales()
 } // namespace
 
 // power_driver init FOLDER SHARED_FILE
-// power_driver orders|sales|a|b FOLDER WAY SEED CALL CUT SECONDS
+// power_driver orders|sales FOLDER WAY SEED CALL CUT
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -295,8 +247,6 @@ int main(int argc, char** argv)
 
     if (mode == u"sales")
         sales();
-    else if (mode == u"a" || mode == u"b")
-        station(mode, arguments[7].toInt());
     else
         orders(way == u"sweep" || way == u"deaf");
     say({u"end"_s});

@@ -4,6 +4,7 @@
 #include "MsgBox.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,7 +13,7 @@ namespace {
 
 bool isList(Database& database)
 {
-    return database.storage().listState().has_value();
+    return database.storage().isList();
 }
 
 QString lostText(const RuntimeError& error)
@@ -27,12 +28,12 @@ QString listLostText(const RuntimeError& error)
                           "Não repita a venda: feche e abra a tela."_s;
 }
 
-void tell(const QString& text)
+} // namespace
+
+void EventTransactions::tell(const QString& text)
 {
     MsgBox(text, BoxButtons::Ok, BoxIcon::Critical);
 }
-
-} // namespace
 
 EventTransactions& EventTransactions::instance()
 {
@@ -70,12 +71,6 @@ void EventTransactions::fail(const RuntimeError& error)
     if (!joins())
         return;
     failure_ = Failure{gate::nestedLoops(), error};
-    for (const auto& database : std::exchange(writing_, {}))
-        database->rollback();
-}
-
-void EventTransactions::undo()
-{
     for (const auto& database : std::exchange(writing_, {}))
         database->rollback();
 }
@@ -126,6 +121,9 @@ bool EventTransactions::settle(gate::Moment moment)
         undo();
         return true;
     }
+    // A lock would be held for as long as the user thinks.
+    if (pieces_ > 0)
+        throw std::logic_error("a box was asked for, or a commit, within a piece");
     const std::optional<QString> lost = commitAll();
     ++serial_;
     if (moment == gate::Moment::EventEnd)
@@ -160,6 +158,9 @@ std::optional<QString> EventTransactions::commitAll()
                 lost = anyIsDurable ? listLostText(failed) : lostText(failed);
             }
         }
+        // Booked and still full: the list is read anew, which finds it marked.
+        if (anyIsDurable)
+            file->letKeptGo();
         file->rollback();
         file->setListChecked(false);
     }

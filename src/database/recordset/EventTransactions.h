@@ -38,8 +38,11 @@ class EventTransactions final : public TransactionKeeper
 public:
     static EventTransactions& instance();
 
-    // Whether a write now belongs to the transaction of an event.
-    bool joins() const override { return installed_ && !commitPerStatement_ && gate::inEvent(); }
+    // Whether a write now belongs to the transaction of an event, or of a piece outside of one.
+    bool joins() const override
+    {
+        return !commitPerStatement_ && (pieces_ > 0 || (installed_ && gate::inEvent()));
+    }
     void take(std::shared_ptr<Database> database) override;
     bool has(const Database& database) const override;
 
@@ -54,8 +57,11 @@ public:
 
     // False where writes were lost; the user was told.
     bool commitNow();
-    // Takes back what is not durable yet.
-    void undo();
+
+    // What stands behind OnePiece.h.
+    void runPiece(const std::vector<std::shared_ptr<Database>>& files,
+                  const std::function<void()>& work);
+    void takeLocks(const std::vector<std::shared_ptr<Database>>& files);
 
     void install();
     // The power-cut tests show with it that they can fail.
@@ -74,10 +80,21 @@ private:
     };
 
     bool settle(gate::Moment moment);
+    bool holdsLocks() const;
+    // Those that are not held yet, or none.
+    void lock(std::vector<std::shared_ptr<Database>> files);
+    void runWhole(const std::vector<std::shared_ptr<Database>>& files,
+                  const std::function<void()>& work);
+    // Within locks that are held already.
+    void runPart(const std::vector<std::shared_ptr<Database>>& files,
+                 const std::function<void()>& work);
+    void undo();
+    void undoParts(std::size_t files);
     void markFinishedLists(const std::vector<std::shared_ptr<Database>>& files);
     // Nothing where all files were committed, else what the user is told.
     std::optional<QString> commitAll();
     void endEvent();
+    static void tell(const QString& text);
 
     bool installed_ = false;
     bool commitPerStatement_ = false;
@@ -85,4 +102,5 @@ private:
     std::vector<std::shared_ptr<Database>> writing_;
     std::optional<Failure> failure_;
     std::vector<Edit> edits_;
+    int pieces_ = 0; // running, one in another
 };

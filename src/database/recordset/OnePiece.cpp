@@ -1,21 +1,32 @@
 #include "OnePiece.h"
 
 #include "EventTransactions.h"
-#include "RuntimeError.h"
 
-void inOnePiece(Files, const std::function<void()>& work)
+#include <algorithm>
+
+namespace {
+
+std::vector<std::shared_ptr<Database>> databasesOf(Files files)
 {
-    EventTransactions& events = EventTransactions::instance();
-    if (!events.commitNow())
-        throw RuntimeError(RuntimeError::EngineFault);
-    try {
-        work();
-    } catch (...) {
-        events.undo();
-        throw;
+    std::vector<std::shared_ptr<Database>> databases;
+    for (const ObjectVariable<Connection>& connection : files) {
+        if (!connection->isOpen())
+            throw RuntimeError(RuntimeError::ObjectClosed);
+        const std::shared_ptr<Database>& database = connection->database();
+        if (std::find(databases.begin(), databases.end(), database) == databases.end())
+            databases.push_back(database);
     }
-    if (!events.commitNow())
-        throw RuntimeError(RuntimeError::EngineFault);
+    return databases;
 }
 
-void takeWriteLocks(Files) {}
+} // namespace
+
+void inOnePiece(Files files, const std::function<void()>& work)
+{
+    EventTransactions::instance().runPiece(databasesOf(files), work);
+}
+
+void takeWriteLocks(Files files)
+{
+    EventTransactions::instance().takeLocks(databasesOf(files));
+}

@@ -54,7 +54,7 @@ Recordset::State& Recordset::open() const
 {
     if (!state_)
         throw RuntimeError(RuntimeError::ObjectClosed);
-    if (state_->mustReload || state_->mustRetake)
+    if (state_->mustReload || state_->mustShowStored)
         state_->recover();
     return *state_;
 }

@@ -120,7 +120,7 @@ public:
     void setAbsolutePosition(int position);
 
     // A field of the n-th row from 0, in this recordset's order, without moving: own changes of
-    // stored rows included, a pending new row and a pending edit left out.
+    // stored rows included, a pending new row and a pending edit left out. Error 3001 outside.
     Value valueAt(int row, int position) const;
 
     // The present rows, for a grid to read while it paints; cheap, and independent of what becomes

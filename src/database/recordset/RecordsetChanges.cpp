@@ -38,26 +38,28 @@ void Recordset::AddNew()
 void Recordset::Update()
 {
     faults::point(faults::Call::Recordset);
-    State& state = open();
-    if (state.pending == State::Pending::None && (state.bof || state.eof))
-        throw RuntimeError(RuntimeError::NoCurrentRecord);
-    state.update();
+    open().updateCurrent();
 }
 
 void Recordset::UpdateMerged()
 {
+    faults::point(faults::Call::Recordset);
     State& state = open();
     if (state.pending == State::Pending::Edit && state.wouldOverwrite()) {
         state.endPending();
         throw RuntimeError(RuntimeError::RowChanged);
     }
-    Update();
+    state.updateCurrent();
 }
 
 bool Recordset::wouldOverwrite()
 {
     State& state = open();
-    return state.pending == State::Pending::Edit && state.wouldOverwrite();
+    if (state.pending != State::Pending::Edit)
+        return false;
+    const bool would = state.wouldOverwrite();
+    state.isRetaken = false;
+    return would;
 }
 
 void Recordset::CancelUpdate()
@@ -65,7 +67,8 @@ void Recordset::CancelUpdate()
     faults::point(faults::Call::Recordset);
     State& state = open();
     state.endPending();
-    state.showStored();
+    if (state.showStored())
+        state.stepToNeighbour();
 }
 
 void Recordset::Delete()
@@ -111,6 +114,13 @@ void Recordset::State::requireNoRefusedNull(RowView row) const
             throw RuntimeError(RuntimeError::MultipleStep);
 }
 
+void Recordset::State::updateCurrent()
+{
+    if (pending == Pending::None && (bof || eof))
+        throw RuntimeError(RuntimeError::NoCurrentRecord);
+    update();
+}
+
 void Recordset::State::update()
 {
     switch (pending) {
@@ -122,7 +132,9 @@ void Recordset::State::update()
     case Pending::Edit:
         try {
             writeEdit();
-        } catch (const RuntimeError&) {
+        } catch (const RuntimeError& error) {
+            if (error.number() == RuntimeError::RowChanged)
+                noteOvertaken();
             endPending();
             throw;
         }
@@ -133,31 +145,55 @@ void Recordset::State::update()
 
 bool Recordset::State::wouldOverwrite()
 {
-    takeVersion(Database::Look::Now);
-    isOvertaken = !versionExists;
-    const RowView shownRow = rows.row(place);
-    for (auto value = written.begin(); versionExists && value != written.end();) {
-        const Cell before = shownRow.cell(value->first);
-        const Cell stored = version.view().cell(value->first);
-        const Cell now = value->second.view();
-        const bool byOther = !(stored == before);
-        if (byOther && before.isNull() && meansNothing(now)) {
+    takeVersion();
+    const RowView stored = version();
+    const RowView before = rows.row(place);
+    bool would = stored.isNull();
+    for (auto value = written.begin(); !stored.isNull() && value != written.end();) {
+        const Cell shownCell = before.cell(value->first);
+        const Cell storedCell = stored.cell(value->first);
+        const Cell newCell = value->second.view();
+        const bool byOther = !(storedCell == shownCell);
+        if (byOther && shownCell.isNull() && meansNothing(newCell)) {
             value = written.erase(value);
             continue;
         }
-        isOvertaken |= byOther && !(now == before) && !(now == stored);
+        would |= byOther && !(newCell == shownCell) && !(newCell == storedCell);
         ++value;
     }
-    return isOvertaken;
+    if (would)
+        noteOvertaken();
+    return would;
 }
 
-void Recordset::State::showStored()
+void Recordset::State::noteOvertaken()
 {
-    if (!std::exchange(isOvertaken, false) || bof || eof)
-        return;
-    takeVersion(Database::Look::Now);
-    if (versionExists)
-        rows.replace(place, std::make_shared<PackedRow>(version));
+    overtaken = rows.row(place).id();
+    isRetaken = false;
+}
+
+// Where the file cannot be read now it is tried again the next time; and not within a piece, which
+// would take it back again where it is undone.
+bool Recordset::State::showStored()
+{
+    if (overtaken == 0 || !kept.empty())
+        return false;
+    const std::optional<int> marked = rows.placeOf(overtaken);
+    auto row = std::make_shared<PackedRow>();
+    bool exists = false;
+    try {
+        exists = database->storedRow(table, overtaken, *row, Database::Look::Now);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+    overtaken = 0;
+    if (!marked)
+        return false;
+    if (exists)
+        rows.replace(*marked, std::move(row));
+    else
+        rows.remove(*marked);
+    return !exists && *marked == place;
 }
 
 void Recordset::State::insertPending()
@@ -166,11 +202,7 @@ void Recordset::State::insertPending()
     requireNoRefusedNull(row->view());
     database->insert(table, *row);
     uncertain |= database->isWriting();
-    version = *row;
-    versionExists = true;
-    place = rows.add(std::move(row));
-    bof = false;
-    eof = false;
+    stand(rows.add(std::move(row)));
     endPending();
 }
 
@@ -186,23 +218,31 @@ void Recordset::State::writeEdit()
 
     auto row = std::make_shared<PackedRow>(withPending(before));
     requireNoRefusedNull(row->view());
-    if (!versionExists)
+    const RowView wanted = version();
+    if (wanted.isNull())
         throw RuntimeError(RuntimeError::RowChanged);
-    PackedRow stored;
-    database->update(table, version.view(), row->view(), changed, stored);
+    database->update(table, wanted, row->view(), changed);
     uncertain |= database->isWriting();
-    version = std::move(stored);
+    isRetaken = false;
     rows.replace(place, std::move(row));
 }
 
 void Recordset::State::remove()
 {
-    if (!versionExists)
-        throw RuntimeError(RuntimeError::RowChanged);
-    database->remove(table, version.view());
+    const RowView wanted = version();
+    try {
+        if (wanted.isNull())
+            throw RuntimeError(RuntimeError::RowChanged);
+        database->remove(table, wanted);
+    } catch (const RuntimeError& error) {
+        if (error.number() == RuntimeError::RowChanged) {
+            noteOvertaken();
+            mustShowStored = true;
+        }
+        throw;
+    }
     uncertain |= database->isWriting();
     rows.remove(place);
-    versionExists = false;
 }
 
 void Recordset::State::endPending()

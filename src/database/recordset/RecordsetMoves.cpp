@@ -34,7 +34,8 @@ void Recordset::MoveNext()
     state.leaveRow();
     if (state.eof)
         throw RuntimeError(RuntimeError::NoCurrentRecord);
-    state.goTo(state.bof ? state.rows.first() : state.rows.atOrAfter(state.place + 1), false, true);
+    const int next = state.isGone ? state.place : state.place + 1;
+    state.goTo(state.bof ? state.rows.first() : state.rows.atOrAfter(next), false, true);
 }
 
 void Recordset::MovePrevious()
@@ -52,12 +53,14 @@ void Recordset::Find(const QString& criterion, int skip)
 {
     faults::point(faults::Call::Recordset);
     State& state = open();
+    const bool stood = state.standsOnRow();
     state.leaveRow();
     const FindCriterion find = parseFind(criterion);
     const std::optional<int> field = state.database->field(state.table, find.field);
     if (!field)
         throw RuntimeError(RuntimeError::NoSuchItem);
-    state.requireRow();
+    if (!stood)
+        throw RuntimeError(RuntimeError::NoCurrentRecord);
     state.goTo(state.rows.search(state.place + skip, *field, folded(find.text).toStdString()),
                false, true);
 }
@@ -65,8 +68,7 @@ void Recordset::Find(const QString& criterion, int skip)
 int Recordset::AbsolutePosition() const
 {
     const State& state = open();
-    if (state.pending == State::Pending::NewRow || state.bof || state.eof ||
-        state.rows.isDeleted(state.place))
+    if (state.pending == State::Pending::NewRow || !state.standsOnRow())
         return 0;
     return state.rows.rowsBefore(state.place) + 1;
 }
@@ -84,6 +86,8 @@ void Recordset::setAbsolutePosition(int position)
 Value Recordset::valueAt(int row, int position) const
 {
     const State& state = open();
+    if (row < 0 || row >= state.rows.count())
+        throw RuntimeError(RuntimeError::WrongArguments);
     return toValue(state.rows.row(state.rows.placeOfNth(row)).cell(position), state.kind(position));
 }
 
@@ -94,13 +98,14 @@ std::shared_ptr<const RowsView> Recordset::rowsNow() const
 
 bool Recordset::isOvertaken() const
 {
-    return open().isOvertaken;
+    return rowKey() != 0 && open().overtaken == rowKey();
 }
 
 qint64 Recordset::rowKey() const
 {
     const State& state = open();
-    return AbsolutePosition() == 0 ? 0 : state.rows.row(state.place).id();
+    const bool isStored = state.pending != State::Pending::NewRow && state.standsOnRow();
+    return isStored ? state.rows.row(state.place).id() : 0;
 }
 
 void Recordset::retakeVersion()
@@ -108,7 +113,7 @@ void Recordset::retakeVersion()
     State& state = open();
     state.requireRow();
     if (state.pending != State::Pending::NewRow)
-        state.takeVersion(Database::Look::Now);
+        state.takeVersion();
 }
 
 std::vector<Value> Recordset::storedValues() const
@@ -116,10 +121,11 @@ std::vector<Value> Recordset::storedValues() const
     const State& state = open();
     state.requireNoNewRow();
     state.requireRow();
-    if (!state.versionExists)
+    const RowView row = state.version();
+    if (row.isNull())
         throw RuntimeError(RuntimeError::RowChanged);
     std::vector<Value> values;
     for (int field = 0; field < fieldCount(); ++field)
-        values.push_back(toValue(state.version.view().cell(field), state.kind(field)));
+        values.push_back(toValue(row.cell(field), state.kind(field)));
     return values;
 }

@@ -16,6 +16,8 @@ public:
     RecordsetRows() = default;
     RecordsetRows(std::shared_ptr<const TableImage> image, std::shared_ptr<const RowOrder> order);
 
+    // Behind the last place.
+    int end() const { return imageRows_ + static_cast<int>(added_.size()); }
     // Rows that are not deleted.
     int count() const { return end() - deletedCount_; }
     bool hasDeleted() const { return deletedCount_ > 0; }
@@ -46,7 +48,6 @@ private:
     // Of a row of the image; none where it is not among the rows, or deleted.
     std::optional<int> placeAt(quint32 position) const;
     static std::size_t asIndex(int place) { return static_cast<std::size_t>(place); }
-    int end() const { return imageRows_ + static_cast<int>(added_.size()); }
     quint32 imagePosition(int place) const
     {
         return order_ ? (*order_)[asIndex(place)] : static_cast<quint32>(place);

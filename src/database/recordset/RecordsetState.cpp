@@ -51,22 +51,36 @@ void Recordset::State::load()
 
 void Recordset::State::reload()
 {
-    const bool stood = !bof && !eof;
-    const qint64 id = stood ? rows.row(place).id() : 0;
     if (pending == Pending::Edit)
         endPending();
+    if (bof || eof) {
+        load();
+        return;
+    }
+    const RecordsetRows before = rows;
+    const int wanted = standsOnRow() ? place : -1;
     load();
-    if (stood)
-        goTo(rows.placeOf(id), false, true);
+    // The current row, or the first one behind it that is still there.
+    std::optional<int> former = before.atOrAfter(place);
+    std::optional<int> now;
+    while (former && !(now = rows.placeOf(before.row(*former).id())))
+        former = before.atOrAfter(*former + 1);
+    stand(now.value_or(rows.end()));
+    isGone = former != wanted;
 }
 
 void Recordset::State::recover()
 {
-    if (mustReload)
+    if (mustReload) {
         reload();
-    else if (mustRetake && lock == LockType::Optimistic && !bof && !eof && !rows.isDeleted(place))
-        takeVersion(Database::Look::Now);
-    mustRetake = false;
+        if (isGone)
+            stepToNeighbour();
+    }
+    if (mustShowStored && kept.empty()) {
+        if (showStored())
+            stepToNeighbour();
+        mustShowStored = overtaken != 0;
+    }
 }
 
 void Recordset::State::refreshDynamic()
@@ -77,7 +91,7 @@ void Recordset::State::refreshDynamic()
 
 void Recordset::State::requireRow() const
 {
-    if (!hasCurrentRow() || (pending != Pending::NewRow && rows.isDeleted(place)))
+    if (pending != Pending::NewRow && !standsOnRow())
         throw RuntimeError(RuntimeError::NoCurrentRecord);
 }
 
@@ -107,8 +121,8 @@ void Recordset::State::stand(int newPlace)
     place = newPlace;
     bof = false;
     eof = false;
-    if (lock == LockType::Optimistic)
-        takeVersion(Database::Look::OnceAnEvent);
+    isGone = false;
+    isRetaken = false;
 }
 
 void Recordset::State::goTo(std::optional<int> newPlace, bool atBof, bool atEof)
@@ -117,14 +131,32 @@ void Recordset::State::goTo(std::optional<int> newPlace, bool atBof, bool atEof)
         stand(*newPlace);
         return;
     }
+    isGone = false;
     bof = bof || atBof;
     eof = eof || atEof;
 }
 
-void Recordset::State::takeVersion(Database::Look look)
+void Recordset::State::stepToNeighbour()
 {
-    const RowView row = rows.row(place);
-    versionExists = database->storedRow(table, row.id(), version, look);
+    std::optional<int> neighbour = rows.atOrAfter(place);
+    if (!neighbour)
+        neighbour = rows.atOrBefore(place - 1);
+    goTo(neighbour, true, true);
+}
+
+RowView Recordset::State::version() const
+{
+    if (!isRetaken)
+        return rows.row(place);
+    return retaken ? retaken->view() : RowView();
+}
+
+void Recordset::State::takeVersion()
+{
+    auto row = std::make_shared<PackedRow>();
+    const bool exists = database->storedRow(table, rows.row(place).id(), *row, Database::Look::Now);
+    retaken = exists ? std::move(row) : nullptr;
+    isRetaken = true;
 }
 
 Cell Recordset::State::cell(int field) const
@@ -140,7 +172,33 @@ Cell Recordset::State::cell(int field) const
 
 void Recordset::State::transactionEnded(bool committed)
 {
-    if (!committed)
-        (uncertain ? mustReload : mustRetake) = true;
+    if (!committed) {
+        mustReload |= uncertain;
+        isRetaken = false;
+    }
     uncertain = false;
+}
+
+void Recordset::State::pieceBegan()
+{
+    kept.push_back(*this);
+}
+
+void Recordset::State::pieceEnded()
+{
+    if (!kept.empty())
+        kept.pop_back();
+}
+
+void Recordset::State::pieceUndone()
+{
+    // Opened within the piece: there is nothing to go back to.
+    if (kept.empty()) {
+        mustReload = true;
+        return;
+    }
+    dropEdit();
+    static_cast<RecordsetStanding&>(*this) = std::move(kept.back());
+    kept.pop_back();
+    dropEdit();
 }

@@ -22,10 +22,13 @@ std::optional<int> Database::field(int table, const QString& name) const
     return std::nullopt;
 }
 
+Database::Database(std::unique_ptr<Storage> storage)
+    : storage_(std::move(storage)), tables_(storage_->tables().size())
+{
+}
+
 Database::Table& Database::at(int table)
 {
-    if (tables_.empty())
-        tables_.resize(tables().size());
     return tables_[static_cast<std::size_t>(table)];
 }
 
@@ -108,12 +111,12 @@ public:
     explicit WriteStep(Database& database)
         : database_(database), opens_(!database.storage_->isWriting())
     {
-        TransactionKeeper& events = TransactionKeeper::current();
-        events.raiseIfFailed();
+        TransactionKeeper& keeper = TransactionKeeper::current();
+        keeper.raiseIfFailed();
         // The engine has undone the transaction by itself, under a read that failed.
-        if (opens_ && events.has(database)) {
+        if (opens_ && keeper.has(database)) {
             const RuntimeError lost(RuntimeError::EngineFault);
-            events.fail(lost);
+            keeper.fail(lost);
             throw lost;
         }
         run([this] {
@@ -129,8 +132,11 @@ public:
         try {
             work();
         } catch (const StorageFault& fault) {
-            database_.rollback();
-            TransactionKeeper::current().fail(fault);
+            TransactionKeeper& keeper = TransactionKeeper::current();
+            const bool isKept = keeper.has(database_);
+            keeper.fail(fault);
+            if (!isKept)
+                database_.rollback();
             throw;
         } catch (const RuntimeError&) {
             // Nothing was written by this step: what the event wrote before stays, and the lock is
@@ -143,9 +149,9 @@ public:
 
     void finish()
     {
-        TransactionKeeper& events = TransactionKeeper::current();
-        if (events.joins()) {
-            events.take(database_.shared_from_this());
+        TransactionKeeper& keeper = TransactionKeeper::current();
+        if (keeper.joins()) {
+            keeper.take(database_.shared_from_this());
             return;
         }
         try {
@@ -176,8 +182,7 @@ void Database::requireVersion(int table, RowView version)
         throw RuntimeError(RuntimeError::RowChanged);
 }
 
-void Database::update(int table, RowView version, RowView changed, const std::vector<int>& fields,
-                      PackedRow& stored)
+void Database::update(int table, RowView version, RowView changed, const std::vector<int>& fields)
 {
     WriteStep step(*this);
     step.run([&] {
@@ -190,7 +195,6 @@ void Database::update(int table, RowView version, RowView changed, const std::ve
         const bool isChanged = std::find(fields.begin(), fields.end(), field) != fields.end();
         row->add((isChanged ? changed : version).cell(field));
     }
-    stored = *row;
     noteChange(table, version.id(), std::move(row));
     step.finish();
 }
@@ -218,18 +222,79 @@ void Database::noteChange(int table, qint64 id, std::shared_ptr<const PackedRow>
 void Database::commit()
 {
     storage_->commit();
-    tellWitnesses(true);
+    letKeptGo();
+    tellWitnesses(&TransactionWitness::transactionEnded, true);
 }
 
 void Database::rollback()
 {
     storage_->rollback();
-    forgetImages();
-    tellWitnesses(false);
+    if (kept_.empty()) {
+        forgetImages();
+        tellWitnesses(&TransactionWitness::transactionEnded, false);
+        return;
+    }
+    for (; kept_.size() > 1; kept_.pop_back())
+        tellWitnesses(&TransactionWitness::pieceEnded);
+    restore(kept_.front());
 }
 
-void Database::tellWitnesses(bool committed)
+void Database::takeLock()
+{
+    storage_->beginWrite();
+    try {
+        lookAfresh();
+    } catch (const RuntimeError&) {
+        storage_->rollback();
+        throw;
+    }
+    keep();
+}
+
+void Database::beginPart()
+{
+    storage_->beginPart();
+    keep();
+}
+
+void Database::endPart()
+{
+    storage_->endPart();
+    kept_.pop_back();
+    tellWitnesses(&TransactionWitness::pieceEnded);
+}
+
+void Database::undoPart()
+{
+    storage_->undoPart();
+    restore(kept_.back());
+}
+
+void Database::keep()
+{
+    kept_.push_back(tables_);
+    tellWitnesses(&TransactionWitness::pieceBegan);
+}
+
+void Database::restore(Tables& kept)
+{
+    // The numbers of own writes go on: none stands for two states.
+    for (std::size_t i = 0; i < kept.size(); ++i)
+        kept[i].ownWrites = tables_[i].ownWrites + 1;
+    tables_ = std::move(kept);
+    kept_.pop_back();
+    tellWitnesses(&TransactionWitness::pieceUndone);
+}
+
+void Database::letKeptGo()
+{
+    for (; !kept_.empty(); kept_.pop_back())
+        tellWitnesses(&TransactionWitness::pieceEnded);
+}
+
+template <class... Arguments>
+void Database::tellWitnesses(void (TransactionWitness::*what)(Arguments...), Arguments... arguments)
 {
     for (TransactionWitness* witness : witnesses_)
-        witness->transactionEnded(committed);
+        (witness->*what)(arguments...);
 }

@@ -10,11 +10,16 @@
 #include <unordered_map>
 #include <vector>
 
-// Hears of each end of a transaction of the file, whoever wrote in it.
+// Shows rows of the file, and hears of what becomes of its transactions, whoever wrote in them.
 class TransactionWitness
 {
 public:
     virtual void transactionEnded(bool committed) = 0;
+    // A piece begins: what is shown now is kept. It ends: what was kept is let go, or stands again.
+    // The latter are also told to witnesses that came within the piece and have kept nothing.
+    virtual void pieceBegan() = 0;
+    virtual void pieceEnded() = 0;
+    virtual void pieceUndone() = 0;
 
 protected:
     ~TransactionWitness() = default;
@@ -33,7 +38,7 @@ public:
     static void setVfsForTests(const char* vfs);
     static const char* vfs();
 
-    explicit Database(std::unique_ptr<Storage> storage) : storage_(std::move(storage)) {}
+    explicit Database(std::unique_ptr<Storage> storage);
 
     const std::vector<TableDefinition>& tables() const { return storage_->tables(); }
     // Without regard to case.
@@ -66,15 +71,27 @@ public:
     // The following write in the transaction of the running event, or in one of their own.
     // The row's id is set to the new one.
     void insert(int table, PackedRow& row);
-    // Error -2147217864 where the stored row is not the given version any more. Writes the fields
-    // named, and gives back the row as it is stored now.
-    void update(int table, RowView version, RowView changed, const std::vector<int>& fields,
-                PackedRow& stored);
+    // Writes the fields named. Error -2147217864 where the stored row is not the given version any
+    // more.
+    void update(int table, RowView version, RowView changed, const std::vector<int>& fields);
     void remove(int table, RowView version);
 
     bool isWriting() const { return storage_->isWriting(); }
     void commit();
+    // What was shown when the lock was taken stands again; where it was taken by a write, all is
+    // read anew.
     void rollback();
+
+    // Takes the write lock, and looks afresh under it.
+    void takeLock();
+    bool isLocked() const { return !kept_.empty(); }
+    // Parts of what is written under the lock, which can be undone by themselves.
+    void beginPart();
+    void endPart();
+    void undoPart();
+    // Before a rollback after which all is to be read anew.
+    void letKeptGo();
+
     void watch(TransactionWitness* witness) { witnesses_.push_back(witness); }
     void unwatch(TransactionWitness* witness) { std::erase(witnesses_, witness); }
 
@@ -93,15 +110,21 @@ private:
         quint64 ownWrites = 0;
     };
     class WriteStep;
+    using Tables = std::vector<Table>;
 
     Table& at(int table);
     void lookAfresh();
     void requireVersion(int table, RowView version);
     void noteChange(int table, qint64 id, std::shared_ptr<const PackedRow> row);
-    void tellWitnesses(bool committed);
+    void keep();
+    // What was kept last, or first where all of it is undone.
+    void restore(Tables& kept);
+    template <class... Arguments>
+    void tellWitnesses(void (TransactionWitness::*what)(Arguments...), Arguments... arguments);
 
     std::unique_ptr<Storage> storage_;
-    std::vector<Table> tables_;
+    Tables tables_;
+    std::vector<Tables> kept_; // one for the lock and one for each part
     std::optional<quint64> counter_;
     quint64 foreignWrites_ = 0;
     quint64 lookedInEvent_ = 0;

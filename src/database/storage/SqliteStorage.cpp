@@ -136,6 +136,21 @@ void SqliteStorage::rollback() noexcept
         sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
+void SqliteStorage::beginPart()
+{
+    handle_.execute("SAVEPOINT part");
+}
+
+void SqliteStorage::endPart()
+{
+    handle_.execute("RELEASE part");
+}
+
+void SqliteStorage::undoPart()
+{
+    handle_.execute("ROLLBACK TO part; RELEASE part");
+}
+
 qint64 SqliteStorage::insert(int table, RowView row)
 {
     std::string sql = "INSERT INTO " + name(table) + " VALUES(";

@@ -23,6 +23,9 @@ public:
     bool isWriting() const override { return handle_.inTransaction(); }
     void commit() override;
     void rollback() noexcept override;
+    void beginPart() override;
+    void endPart() override;
+    void undoPart() override;
 
     qint64 insert(int table, RowView row) override;
     void update(int table, RowView row, const std::vector<int>& fields) override;
@@ -30,6 +33,7 @@ public:
     bool isEmpty(int table) override;
     void removeAll(int table) override;
 
+    bool isList() const override { return hasListTable_; }
     std::optional<ListState> listState() override;
     void setListGeneration(qint64 generation) override;
     std::optional<qint64> finishedGeneration(const std::string& list) override;

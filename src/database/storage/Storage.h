@@ -46,6 +46,10 @@ public:
     virtual bool isWriting() const = 0;
     virtual void commit() = 0;
     virtual void rollback() noexcept = 0;
+    // A part of the transaction that can be undone by itself; parts nest.
+    virtual void beginPart() = 0;
+    virtual void endPart() = 0;
+    virtual void undoPart() = 0;
 
     // The following need a transaction. insert answers the new id, which was never used before.
     virtual qint64 insert(int table, RowView row) = 0;
@@ -54,6 +58,8 @@ public:
     virtual bool isEmpty(int table) = 0;
     virtual void removeAll(int table) = 0;
 
+    // Whether the file is a sale list, not the shared file; asks nothing of the file.
+    virtual bool isList() const = 0;
     // Of a sale list, its own id and how many times it was written; nothing for every other file.
     virtual std::optional<ListState> listState() = 0;
     virtual void setListGeneration(qint64 generation) = 0;

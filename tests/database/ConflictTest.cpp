@@ -1,0 +1,195 @@
+#include "DatabaseTest.h"
+
+#include "RowsView.h"
+
+namespace {
+
+// Two stations on one row: what this recordset showed, what it writes, what another stored.
+class ConflictTest : public DatabaseTest
+{
+protected:
+    ConflictTest() { addSuppliers({u"a"_s, u"b"_s, u"c"_s}); }
+
+    const QString suppliers_ = u"SELECT * FROM FORNECEDOR order by CODIGO"_s;
+
+    static int updateMerged(Recordset& table)
+    {
+        return errorOf([&] { table.UpdateMerged(); });
+    }
+};
+
+struct Clash
+{
+    const char* label;
+    std::vector<std::pair<int, Value>> written; // 0 NOMEEMPRESA "a", 1 NOMEFORNECEDOR Null, 2 SITE
+    const char* byOther;
+    bool refused;
+    const char* stored;
+};
+
+} // namespace
+
+TEST_F(ConflictTest, WhatOnlyOneStationChangedIsKeptAndAClashIsRefused)
+{
+    const QString name = u"a"_s;
+    const std::vector<Clash> clashes{
+        {"nothing there", {{0, u"x"_s}}, "", false, "x|-|-"},
+        {"other field", {{0, name}, {1, u"x"_s}}, "SITE='o'", false, "a|x|o"},
+        {"other field, written back as shown", {{0, name}, {2, {}}}, "SITE='o'", false, "a|-|o"},
+        {"same field", {{0, u"x"_s}}, "NOMEEMPRESA='o'", true, "o|-|-"},
+        {"same field, same text", {{0, u"o"_s}}, "NOMEEMPRESA='o'", false, "o|-|-"},
+        {"one of two", {{0, u"x"_s}, {1, u"y"_s}}, "NOMEEMPRESA='o'", true, "o|-|-"},
+        {"only read here", {{0, name}}, "NOMEEMPRESA='o'", false, "o|-|-"},
+        {"a Null left empty", {{0, u"x"_s}, {2, u""_s}}, "SITE='o'", false, "x|-|o"},
+        {"a Null as zero", {{2, u"0,00"_s}}, "SITE='o'", false, "a|-|o"},
+        {"a Null as no", {{2, u"0"_s}}, "SITE='o'", false, "a|-|o"},
+        {"a Null filled", {{2, u"x"_s}}, "SITE='o'", true, "a|-|o"},
+        {"emptied there", {{0, u"x"_s}}, "NOMEEMPRESA=NULL", true, "-|-|-"},
+    };
+    for (const Clash& clash : clashes) {
+        SCOPED_TRACE(clash.label);
+        mainSql(u"UPDATE FORNECEDOR SET NOMEEMPRESA='a', NOMEFORNECEDOR=NULL, SITE=NULL "
+                "WHERE CODIGO='1'"_s);
+        auto table = open(suppliers_);
+        table->MoveNext();
+        if (*clash.byOther)
+            mainSql(u"UPDATE FORNECEDOR SET %1 WHERE CODIGO='1'"_s.arg(
+                QString::fromLatin1(clash.byOther)));
+        // Between opening and going there, or between going there and saving: the same rule.
+        table->MovePrevious();
+        const auto write = [&] {
+            for (const auto& [field, value] : clash.written)
+                table->Fields(field) = value;
+        };
+        write();
+        EXPECT_EQ(table->wouldOverwrite(), clash.refused);
+        EXPECT_EQ(updateMerged(*table), clash.refused ? RuntimeError::RowChanged : 0);
+        EXPECT_EQ(table->isOvertaken(), clash.refused);
+        const auto stored = [&] {
+            return sql(mainFile(), u"SELECT ifnull(NOMEEMPRESA,'-')||'|'||ifnull(NOMEFORNECEDOR,"
+                                   "'-')||'|'||ifnull(SITE,'-') FROM FORNECEDOR "
+                                   "WHERE CODIGO='1'"_s)
+                .value(0);
+        };
+        EXPECT_EQ(stored(), QString::fromLatin1(clash.stored));
+        if (!clash.refused)
+            continue;
+        // Refused again and again, until it was seen.
+        write();
+        EXPECT_EQ(updateMerged(*table), RuntimeError::RowChanged);
+        EXPECT_EQ(table->Fields(0).text(), name);
+        table->CancelUpdate();
+        EXPECT_EQ(table->Fields(0).textOrEmpty() + table->Fields(2).textOrEmpty(),
+                  QString::fromLatin1(clash.stored).remove(u'|').remove(u'-'));
+        EXPECT_FALSE(table->isOvertaken());
+        write();
+        EXPECT_EQ(updateMerged(*table), 0);
+    }
+}
+
+TEST_F(ConflictTest, UpdateAsksForTheRowAsItIsShown)
+{
+    auto table = open(suppliers_);
+    mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='2'"_s);
+    table->MoveNext();
+    EXPECT_TRUE(table->Fields(2).isNull()) << "a static recordset shows the moment of its opening";
+    table->Fields(1) = u"x"_s;
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
+    EXPECT_TRUE(table->Fields(1).isNull() && table->Fields(2).isNull()) << "the edit is dropped";
+    table->retakeVersion();
+    table->Fields(1) = u"over"_s;
+    table->Update();
+    EXPECT_EQ(stored(u"ifnull(NOMEFORNECEDOR,'')||ifnull(SITE,'')"_s),
+              (QStringList{u""_s, u"overbench"_s, u""_s}));
+
+    // Left once, the row refused reads as it is stored; the move itself is not refused for it.
+    mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='3'"_s);
+    table->MoveNext();
+    table->Fields(1) = u"x"_s;
+    EXPECT_EQ(errorOf([&] { table->MovePrevious(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(table->Fields(0).text(), u"c"_s) << "the move that failed leaves the position";
+    table->MovePrevious();
+    table->MoveNext();
+    EXPECT_EQ(table->Fields(2).text(), u"bench"_s);
+    table->Fields(1) = u"x"_s;
+    table->Update();
+}
+
+TEST_F(ConflictTest, DeletionOfWhatNobodySawIsRefusedOnce)
+{
+    auto table = open(suppliers_);
+    mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='1'"_s);
+    // A merged save does not bring the other's text into view, so that it was not seen either.
+    table->Fields(1) = u"x"_s;
+    EXPECT_EQ(updateMerged(*table), 0);
+    EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(table->Fields(2).text(), u"bench"_s);
+    table->Delete();
+    EXPECT_EQ(stored(u"NOMEEMPRESA"_s), (QStringList{u"b"_s, u"c"_s}));
+}
+
+TEST_F(ConflictTest, RowThatIsGoneStepsToItsNeighbour)
+{
+    for (const char* gone : {"b", "c", "a"}) {
+        SCOPED_TRACE(gone);
+        mainSql(u"DELETE FROM FORNECEDOR"_s);
+        addSuppliers({u"a"_s, u"b"_s, u"c"_s});
+        auto table = open(suppliers_);
+        auto edited = open(suppliers_);
+        auto moving = open(suppliers_, CursorType::Dynamic);
+        auto backward = open(suppliers_, CursorType::Dynamic);
+        const QString name = QString::fromLatin1(gone);
+        for (Recordset* each : {table.get(), edited.get(), moving.get(), backward.get()})
+            each->Find(u"NOMEEMPRESA LIKE '*%1*'"_s.arg(name));
+        mainSql(u"DELETE FROM FORNECEDOR WHERE NOMEEMPRESA='%1'"_s.arg(name));
+        const QString next = name == u"a"_s ? u"b"_s : u"c"_s;
+        const QString standsOn = name == u"c"_s ? u"b"_s : next;
+
+        EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::RowChanged);
+        EXPECT_EQ(table->Fields(0).text(), standsOn);
+        EXPECT_EQ(table->RecordCount(), 2);
+
+        edited->Fields(1) = u"x"_s;
+        EXPECT_EQ(updateMerged(*edited), RuntimeError::RowChanged);
+        EXPECT_EQ(edited->Fields(0).text(), name) << "until the edit is cancelled";
+        edited->CancelUpdate();
+        EXPECT_EQ(edited->Fields(0).text(), standsOn);
+
+        // A dynamic one steps to the row behind it, and back to the one before.
+        moving->MoveNext();
+        EXPECT_EQ(moving->eof() ? u"c"_s : moving->Fields(0).text(), next);
+        backward->MovePrevious();
+        EXPECT_EQ(backward->bof(), name == u"a"_s);
+        if (!backward->bof()) {
+            EXPECT_EQ(backward->Fields(0).text(), name == u"b"_s ? u"a"_s : u"b"_s);
+        }
+    }
+    // The last of all, and a number that is given out to no other row.
+    auto last = open(suppliers_);
+    mainSql(u"DELETE FROM FORNECEDOR"_s);
+    mainSql(u"INSERT INTO FORNECEDOR(NOMEEMPRESA) VALUES('b')"_s);
+    EXPECT_EQ(errorOf([&] { last->Delete(), last->Delete(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(last->RecordCount(), 1);
+    EXPECT_EQ(errorOf([&] { last->Delete(); }), RuntimeError::RowChanged);
+    EXPECT_TRUE(last->bof() && last->eof());
+    EXPECT_EQ(stored(u"NOMEEMPRESA"_s), QStringList{u"b"_s});
+}
+
+TEST_F(ConflictTest, RowsHandedOutStayAsTheyWere)
+{
+    auto table = open(suppliers_);
+    table->MoveNext();
+    table->Delete();
+    table->MoveLast();
+    table->Fields(0) = u"x"_s;
+    table->Update();
+    const std::shared_ptr<const RowsView> rows = table->rowsNow();
+    table->Delete();
+    table->Close();
+    table.reset();
+    EXPECT_EQ(rows->count(), 2);
+    EXPECT_EQ(rows->text(0, 0) + rows->text(1, 0), u"ax"_s);
+    EXPECT_TRUE(rows->value(0, 1).isNull());
+    for (const auto& [row, field] : {std::pair(-1, 0), {2, 0}, {0, -1}, {0, 10}})
+        EXPECT_EQ(rows->text(row, field), QString());
+}

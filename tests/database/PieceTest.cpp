@@ -1,0 +1,224 @@
+#include "DatabaseTest.h"
+
+#include "EventTransactions.h"
+#include "FailingDisk.h"
+#include "OnePiece.h"
+
+#include <sqlite3.h>
+
+#include <stdexcept>
+
+namespace {
+
+// A store routine over both files: the stock in the shared one, the lines of a sale in the list.
+class PieceTest : public DatabaseTest
+{
+protected:
+    PieceTest()
+    {
+        addSuppliers({u"a"_s, u"b"_s, u"c"_s});
+        connect(main_, mainFile());
+        connect(list_, listFile());
+        table_ = open(main_, u"SELECT * FROM FORNECEDOR order by CODIGO"_s);
+        lines_ = open(list_, u"SELECT * FROM Pecas"_s);
+    }
+
+    static void connect(ObjectVariable<Connection>& connection, const QString& file)
+    {
+        connection.create();
+        connection->Open(u"Provider = Microsoft.Jet.OLEDB.4.0;Data Source = "_s + file);
+    }
+    static std::unique_ptr<Recordset> open(const ObjectVariable<Connection>& connection,
+                                           const QString& sql)
+    {
+        auto recordset = std::make_unique<Recordset>();
+        recordset->Open(sql, connection.shared(), CursorType::Static, LockType::Optimistic);
+        return recordset;
+    }
+    static void add(Recordset& table, const QString& text)
+    {
+        table.AddNew();
+        table.Fields(0) = text;
+        table.Update();
+    }
+
+    QStringList names() const { return stored(u"NOMEEMPRESA"_s); }
+    QStringList lines() const { return sql(listFile(), u"SELECT CODIGO FROM Pecas"_s); }
+
+    FailingDisk disk_;
+    ObjectVariable<Connection> main_, list_;
+    std::unique_ptr<Recordset> table_, lines_;
+};
+
+} // namespace
+
+TEST_F(PieceTest, IsStoredWholeOrNotAtAll)
+{
+    for (const bool inEvent : {true, false}) {
+        const auto run = [&](const std::function<void()>& handler) {
+            inEvent ? event(handler) : handler();
+        };
+        QStringList before = names();
+        run([&] {
+            inOnePiece({list_, main_}, [&] {
+                add(*table_, u"new"_s);
+                add(*lines_, u"line"_s);
+                EXPECT_EQ(names(), before);
+                EXPECT_EQ(open(main_, u"SELECT * FROM FORNECEDOR"_s)->RecordCount(),
+                          before.size() + 1);
+            });
+            EXPECT_EQ(names(), before + QStringList{u"new"_s}) << "durable when it returns";
+        });
+        before = names();
+
+        // Whatever leaves the work, and at whatever point.
+        table_->MoveFirst();
+        table_->MoveNext();
+        lines_->AddNew();
+        lines_->Fields(0) = u"pending"_s;
+        run([&] {
+            const auto fail = [&](const std::function<void()>& how) {
+                inOnePiece({main_, list_}, [&] {
+                    table_->Fields(0) = u"x"_s;
+                    table_->Update();
+                    table_->Delete();
+                    table_->MoveLast();
+                    add(*table_, u"y"_s);
+                    lines_->Fields(0) = u"z"_s;
+                    lines_->Update();
+                    how();
+                });
+            };
+            EXPECT_EQ(errorOf([&] { fail([] { throw RuntimeError(7); }); }), 7);
+            EXPECT_THROW(fail([] { throw std::runtime_error("ours"); }), std::runtime_error);
+            EXPECT_THROW(fail([] { MsgBox(u"?"_s); }), std::logic_error)
+                << "a box would hold the lock for as long as it stands";
+            EXPECT_THROW(fail([] { commitWrites(); }), std::logic_error);
+        });
+        EXPECT_EQ(names(), before);
+        EXPECT_EQ(table_->Fields(0).text(), u"b"_s);
+        EXPECT_EQ(table_->RecordCount(), before.size());
+        EXPECT_EQ(lines_->Fields(0).text(), u"pending"_s) << "the same pending row";
+        lines_->CancelUpdate();
+        table_->Fields(0) = u"b"_s;
+        table_->Update();
+    }
+}
+
+TEST_F(PieceTest, LooksUnderTheLock)
+{
+    // Another station takes the number while this one waits to take it.
+    int seen = 0;
+    event([&] {
+        EXPECT_EQ(open(main_, u"SELECT * FROM FORNECEDOR"_s)->RecordCount(), 3);
+        mainSql(u"INSERT INTO FORNECEDOR(NOMEEMPRESA) VALUES('other')"_s);
+        inOnePiece({main_}, [&] {
+            seen = open(main_, u"SELECT * FROM FORNECEDOR"_s)->RecordCount();
+            sqlite3* other = nullptr;
+            sqlite3_open(mainFile().toUtf8().constData(), &other);
+            EXPECT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr),
+                      SQLITE_BUSY);
+            sqlite3_close(other);
+        });
+    });
+    EXPECT_EQ(seen, 4);
+}
+
+TEST_F(PieceTest, RefusedRowOutlivesThePieceThatIsUndone)
+{
+    mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='1'"_s);
+    const auto deletion = [&] {
+        return errorOf([&] { inOnePiece({main_}, [&] { table_->Delete(); }); });
+    };
+    EXPECT_EQ(deletion(), RuntimeError::RowChanged);
+    EXPECT_EQ(table_->Fields(2).text(), u"bench"_s) << "shown at once";
+    EXPECT_EQ(deletion(), 0);
+    table_->MoveNext();
+
+    mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='2'"_s);
+    EXPECT_EQ(errorOf([&] {
+                  inOnePiece({main_}, [&] {
+                      table_->Fields(2) = u"x"_s;
+                      table_->UpdateMerged();
+                  });
+              }),
+              RuntimeError::RowChanged);
+    EXPECT_TRUE(table_->isOvertaken());
+    EXPECT_TRUE(table_->Fields(2).isNull()) << "as the boxes stand, until it is left";
+    table_->CancelUpdate();
+    EXPECT_EQ(table_->Fields(2).text(), u"bench"_s);
+}
+
+TEST_F(PieceTest, FailedCommitIsToldOnceAndUndone)
+{
+    table_->MoveNext();
+    add(*lines_, u"line"_s);
+    QStringList told;
+    setMsgBoxForTests([&](const Box& box) {
+        told << box.text.section(u'\n', 1, 1);
+        sqlite3* other = nullptr;
+        sqlite3_open(mainFile().toUtf8().constData(), &other);
+        EXPECT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK)
+            << "the locks are gone by then";
+        sqlite3_close(other);
+        return Answer::Ok;
+    });
+    event([&] {
+        try {
+            inOnePiece({main_, list_}, [&] {
+                table_->Delete();
+                lines_->Delete();
+                disk_.fillFor(".mdb");
+            });
+            FAIL();
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.wasTold());
+        }
+        EXPECT_EQ(told.size(), 1);
+        EXPECT_EQ(table_->Fields(0).text(), u"b"_s);
+        EXPECT_EQ(lines_->RecordCount(), 1);
+        disk_.empty();
+        inOnePiece({main_}, [&] { table_->Delete(); });
+    });
+    EXPECT_EQ(told.size(), 1);
+    EXPECT_EQ(names(), (QStringList{u"a"_s, u"c"_s}));
+}
+
+// The write-off of a sale: the locks of both files, then a piece a line.
+TEST_F(PieceTest, LinesUnderTheLocksStayWhereALaterOneFails)
+{
+    const auto line = [&](const QString& name, bool fails) {
+        inOnePiece({main_, list_}, [&] {
+            add(*table_, name);
+            add(*lines_, name);
+            if (fails)
+                throw RuntimeError(RuntimeError::RowChanged);
+        });
+    };
+    event([&] {
+        takeWriteLocks({list_, main_});
+        line(u"1"_s, false);
+        line(u"2"_s, false);
+        EXPECT_EQ(errorOf([&] { line(u"3"_s, true); }), RuntimeError::RowChanged);
+        EXPECT_EQ(table_->RecordCount(), 5);
+        EXPECT_EQ(table_->Fields(0).text(), u"2"_s);
+        EXPECT_EQ(lines_->RecordCount(), 2);
+        EXPECT_EQ(names().size(), 3) << "with the end of the event";
+    });
+    EXPECT_EQ(names().size(), 5);
+    EXPECT_EQ(lines(), (QStringList{u"1"_s, u"2"_s}));
+
+    // A full disk takes all of the event, as every other write.
+    event([&] {
+        takeWriteLocks({main_, list_});
+        line(u"4"_s, false);
+        disk_.fillFor("GALTERIA1.mdb");
+        EXPECT_EQ(errorOf([&] { line(QString(3'000'000, u'x'), false); }),
+                  RuntimeError::EngineFault);
+        disk_.empty();
+        EXPECT_EQ(errorOf([&] { line(u"5"_s, false); }), RuntimeError::EngineFault);
+    });
+    EXPECT_EQ(names().size(), 5);
+    EXPECT_EQ(table_->RecordCount(), 5);
+    EXPECT_EQ(lines_->Fields(0).text(), u"2"_s);
+}
