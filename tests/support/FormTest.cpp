@@ -32,6 +32,7 @@ void PrintTo(const QString& text, std::ostream* out)
 
 FormTest::FormTest() : printer_(std::make_shared<RecordingDevice>())
 {
+    qputenv("HOME", QFile::encodeName(home_.path()));
     setApplicationFolderForTests(folder());
     layDownInstallation(folder(), false);
     Clock::setForTests(QDateTime(QDate(2026, 3, 9), QTime(14, 30)));
@@ -73,6 +74,7 @@ FormTest::~FormTest()
     resetGateForTests();
     Database::dropIdle();
     Clock::setForTests(std::nullopt);
+    qputenv("HOME", homeBefore_);
 }
 
 void FormTest::setIni(const QString& section, const QString& key, const QString& value)

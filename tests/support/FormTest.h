@@ -94,6 +94,9 @@ private:
     };
 
     QTemporaryDir directory_;
+    // Of a user of its own, whose windows nobody has moved yet.
+    QTemporaryDir home_;
+    const QByteArray homeBefore_ = qgetenv("HOME");
     std::deque<Expected> expected_;
     std::shared_ptr<RecordingDevice> printer_;
     std::vector<EndReason> ends_;

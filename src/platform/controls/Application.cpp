@@ -4,6 +4,7 @@
 #include "FormRegistry.h"
 #include "Look.h"
 #include "Program.h"
+#include "WindowPlace.h"
 
 #include <QApplication>
 #include <QFont>
@@ -89,6 +90,9 @@ void endProgram(EndReason reason)
         state().endForTests(reason);
         return;
     }
+    if (reason == EndReason::ExitQuestion)
+        for (const Form* form : FormRegistry::instance().loadedForms())
+            windowPlace::remember(form->name(), *form->window());
     std::fflush(nullptr);
     std::_Exit(reason == EndReason::Fault ? 1 : 0);
 }

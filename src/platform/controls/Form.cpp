@@ -5,10 +5,10 @@
 #include "FormWindow.h"
 #include "GateFrames.h"
 #include "RuntimeError.h"
+#include "WindowPlace.h"
 
 #include <QApplication>
 #include <QHash>
-#include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
@@ -42,33 +42,19 @@ QWidget* windowInUse()
     return seen == forms.rend() ? nullptr : (*seen)->window();
 }
 
-// Over the one in use, whole on its screen.
-void centerOver(QWidget& window, const QWidget& below)
-{
-    if (!below.isVisible())
-        return;
-    const QRect screen = below.screen()->availableGeometry();
-    QRect place(QPoint(0, 0), window.size());
-    place.moveCenter(below.frameGeometry().center());
-    place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));
-    place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
-    window.move(place.topLeft());
-}
-
 // Size, frame and place of a window that is about to be shown.
-void place(QWidget& window, ShowStyle style)
+void place(const QString& form, QWidget& window, ShowStyle style)
 {
     const QWidget* below = windowInUse();
-    window.adjustSize();
     window.setWindowModality(style == ShowStyle::Modal ? Qt::ApplicationModal : Qt::NonModal);
     // What others wait for cannot be put away: it has no minimise button.
     if (style == ShowStyle::Modal || below)
         window.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                               Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
                               Qt::WindowCloseButtonHint);
+    windowPlace::arrange(form, window, below);
     if (!below)
         return;
-    centerOver(window, *below);
     // It stays above the form that it was opened from.
     window.winId();
     window.windowHandle()->setTransientParent(below->window()->windowHandle());
@@ -150,7 +136,9 @@ void Form::load()
 {
     if (isLoaded() || (neverLoadsAgain_ && window_))
         return;
-    window_ = std::make_shared<FormWindow>(*this, makeWindow_());
+    std::unique_ptr<QWidget> made = makeWindow_();
+    windowPlace::makeScrollable(*made);
+    window_ = std::make_shared<FormWindow>(*this, std::move(made));
     bind(*window_);
     bool failed = false;
     gate::run(*this, OnError::Box, [this, &failed] {
@@ -191,7 +179,7 @@ void Form::show(ShowStyle style)
     const std::shared_ptr<FormWindow> shown = window_;
     QWidget& window = *shown->widget();
     if (!window.isVisible())
-        place(window, style);
+        place(name_, window, style);
     if (style == ShowStyle::Modal)
         modalForms().push_back(this);
     window.show();

@@ -3,6 +3,7 @@
 #include "Controls.h"
 #include "EventGate.h"
 #include "Form.h"
+#include "WindowPlace.h"
 
 #include <QAbstractButton>
 #include <QEvent>
@@ -28,6 +29,8 @@ FormWindow::~FormWindow()
 
 void FormWindow::die()
 {
+    if (alive_)
+        windowPlace::remember(form_.name(), *widget_);
     alive_ = false;
     widget_->hide();
     if (loop_)

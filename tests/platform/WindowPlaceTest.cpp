@@ -1,0 +1,139 @@
+#include "FormTest.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+
+std::unique_ptr<QWidget> makeBoxes()
+{
+    auto window = std::make_unique<QWidget>();
+    auto* layout = new QVBoxLayout(window.get());
+    for (const QString& name : {u"Text1"_s, u"Text2"_s}) {
+        auto* box = new QLineEdit;
+        box->setObjectName(name);
+        layout->addWidget(box);
+    }
+    auto* grid = new QTableView;
+    grid->setObjectName(u"MSFlexGrid1"_s);
+    grid->setProperty("cols", 3);
+    layout->insertWidget(1, grid);
+    window->setMinimumSize(400, 300);
+    window->resize(420, 360);
+    return window;
+}
+
+class Boxes : public Form
+{
+public:
+    static constexpr char Name[] = "Boxes";
+    Boxes() : Form(u"Boxes"_s, &makeBoxes) {}
+    TextBox Text1{this, u"Text1"_s};
+    TextBox Text2{this, u"Text2"_s};
+    FlexGrid MSFlexGrid1{this, u"MSFlexGrid1"_s};
+
+protected:
+    void Form_Load() override
+    {
+        MSFlexGrid1.setColWidth(0, 1500);
+        MSFlexGrid1.setColWidth(1, 750);
+        MSFlexGrid1.setColWidth(2, 750);
+    }
+};
+
+class WindowPlace : public FormTest
+{
+protected:
+    WindowPlace()
+    {
+        addForm<Boxes>();
+        boxes().show();
+        QCoreApplication::processEvents();
+    }
+
+    static Boxes& boxes() { return form<Boxes>(); }
+    static QWidget& window() { return *boxes().window(); }
+    static QHeaderView& header()
+    {
+        return *qobject_cast<QTableView*>(boxes().MSFlexGrid1.widget())->horizontalHeader();
+    }
+    static void closeAndShow()
+    {
+        boxes().unload();
+        boxes().show();
+        QCoreApplication::processEvents();
+    }
+};
+
+} // namespace
+
+TEST_F(WindowPlace, BelowTheSizeDrawnItScrollsToWhatHasTheFocus)
+{
+    EXPECT_EQ(window().size(), QSize(420, 360));
+    const QScrollBar& bar = *window().findChild<QScrollArea*>()->verticalScrollBar();
+    EXPECT_EQ(bar.maximum(), 0);
+    window().resize(250, 150);
+    QCoreApplication::processEvents();
+    const auto inView = [](const TextBox& box) {
+        return box.widget()->visibleRegion().boundingRect().height() == box.widget()->height();
+    };
+    for (const auto& [box, other] :
+         {std::pair(&boxes().Text2, &boxes().Text1), std::pair(&boxes().Text1, &boxes().Text2)}) {
+        enter(*box);
+        EXPECT_TRUE(inView(*box)) << box->name().toStdString();
+        EXPECT_FALSE(inView(*other)) << other->name().toStdString();
+    }
+    EXPECT_GT(bar.maximum(), 0);
+}
+
+TEST_F(WindowPlace, AboveItTheWidestColumnTakesTheRoom)
+{
+    const int narrow = header().sectionSize(1);
+    window().resize(700, 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(header().length(), header().viewport()->width());
+    EXPECT_EQ(header().sectionSize(1), narrow);
+    window().resize(420, 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(header().length(), header().viewport()->width());
+}
+
+TEST_F(WindowPlace, SizeAndColumnsComeBackAndAlwaysOnAScreen)
+{
+    closeAndShow();
+    EXPECT_EQ(window().size(), QSize(420, 360)) << "untouched it stays as drawn";
+    window().resize(500, 450);
+    window().move(100, 60);
+    header().resizeSection(1, 77);
+    closeAndShow();
+    EXPECT_EQ(window().size(), QSize(500, 450));
+    EXPECT_EQ(window().pos(), QPoint(100, 60));
+    EXPECT_EQ(header().sectionSize(1), 77);
+
+    const QRect screen = window().screen()->availableGeometry();
+    window().resize(3000, 2000);
+    window().move(-2500, 5000);
+    closeAndShow();
+    EXPECT_TRUE(screen.contains(window().geometry()))
+        << window().x() << ' ' << window().y() << ' ' << window().width() << ' '
+        << window().height();
+
+    boxes().unload();
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/vorbelo"_s;
+    QFile file(folder + u"/janelas.ini"_s);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write("[Boxes]\nlugar=@ByteArray(damaged)\ncolunas_MSFlexGrid1=-5, x, 9999999\n");
+    file.close();
+    boxes().show();
+    EXPECT_EQ(window().size(), QSize(420, 360));
+    EXPECT_GT(header().sectionSize(1), 10);
+}
