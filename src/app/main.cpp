@@ -8,8 +8,10 @@
 #include "Form1For.h"
 #include "Form1Pec.h"
 #include "Form1log.h"
+#include "Form1manutencao.h"
 #include "Form1pecabusca.h"
 #include "Form1pecavenda.h"
+#include "Form1pedido.h"
 #include "Form1principal.h"
 #include "Form1relatorio.h"
 #include "FormRegistry.h"
@@ -36,6 +38,8 @@ int main(int argc, char** argv)
     addForm<Form1Pec>();
     addForm<Form1pecabusca>();
     addForm<Form1pecavenda>();
+    addForm<Form1pedido>();
+    addForm<Form1manutencao>();
     addForm<Form1For>();
     addForm<Buscafornecedor>();
     addForm<Form1Defeitos>();

@@ -4,8 +4,36 @@
 #include "GridRow.h"
 #include "RecordForms.h"
 #include "RowsView.h"
+#include "RuntimeError.h"
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The row as it lies in the file now; nothing for a new row, and for one that cannot be had, which
+// is the update's to tell.
+std::vector<Value> storedNow(const ObjectVariable<Recordset>& table)
+try {
+    table->retakeVersion();
+    return table->storedValues();
+} catch (const RuntimeError&) {
+    return {};
+}
+
+// Another station wrote the field, and the box still reads as it was filled.
+bool isAnothersAlone(const BoxField& field, const ObjectVariable<Recordset>& table,
+                     const std::vector<Value>& stored)
+{
+    const Value before = table->Fields(field.position);
+    if (stored[static_cast<size_t>(field.position)] == before)
+        return false;
+    const QString shown = field.shown(before);
+    const QString text = field.box.text();
+    const int limit = field.box.maxLength();
+    return text == shown || (limit > 0 && text == shown.left(limit));
+}
+
+} // namespace
 
 QString asText(const Value& value)
 {
@@ -31,7 +59,10 @@ void showFields(const ObjectVariable<Recordset>& table, const std::vector<BoxFie
 
 void storeFields(const ObjectVariable<Recordset>& table, const std::vector<BoxField>& fields)
 {
+    const std::vector<Value> stored = storedNow(table);
     for (const BoxField& field : fields) {
+        if (!stored.empty() && isAnothersAlone(field, table, stored))
+            continue;
         const QString text = field.box.text();
         table->Fields(field.position) = text.isEmpty() ? field.storedWhenEmpty : text;
     }

@@ -30,6 +30,8 @@ struct BoxField
 
 // In the order of the list. A Null never reaches a box.
 void showFields(const ObjectVariable<Recordset>& table, const std::vector<BoxField>& fields);
+// A box that still reads as it was filled stores no filler and no other form of its text over what
+// another station wrote there meanwhile.
 void storeFields(const ObjectVariable<Recordset>& table, const std::vector<BoxField>& fields);
 
 // The first of these members that has the same text as this one; -1 where none has. The forms tell

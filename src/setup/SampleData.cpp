@@ -1,8 +1,8 @@
 #include "SampleData.h"
 
-#include "Dates.h"
 #include "SampleOrders.h"
 #include "SampleRegisters.h"
+#include "SampleRequests.h"
 #include "SampleWords.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -29,53 +29,6 @@ TableRows parts(SampleWords& words)
     return parts;
 }
 
-TableRows orders()
-{
-    TableRows orders{u"PEDIDO"_s, {}};
-    const QStringList wanted{u"Flyback universal 29 pol"_s, u"Correia de gaveta"_s,
-                             u"Unidade óptica de CD"_s,     u"Fusível de alta tensão"_s,
-                             u"Controle remoto M119"_s,     u"Magnetron 900W"_s};
-    for (int number = 1; number <= wanted.size(); ++number)
-        orders.rows.push_back({dateText(QDate(2026, 2, number)), wanted[number - 1],
-                               number % 3 == 0 ? u"p.EST"_s : QString::number(2 * number),
-                               SampleWords::code(number)});
-    return orders;
-}
-
-TableRows maintenance(SampleWords& words)
-{
-    TableRows maintenance{u"MANUTENCAO"_s, {}};
-    const QString blankLine = QString(25, u'*');
-    for (int number = 1; number <= 12; ++number) {
-        const QString person = words.person();
-        maintenance.rows.push_back({SampleWords::code(number),
-                                    dateText(QDate(2026, 1, number)),
-                                    dateText(QDate(2026, 1, number + 4)),
-                                    person,
-                                    words.street(),
-                                    u"Campinas"_s,
-                                    u"SP"_s,
-                                    QString::number(10 + words.below(900)),
-                                    words.district(),
-                                    u"Fundos"_s,
-                                    words.phone(),
-                                    words.mobile(),
-                                    words.cpf(),
-                                    SampleWords::email(person),
-                                    u"Revisão da antena coletiva"_s,
-                                    u"Troca de cabos"_s,
-                                    blankLine,
-                                    blankLine,
-                                    u"Trocados 30 metros de cabo coaxial"_s,
-                                    u"Ajustado o amplificador de linha"_s,
-                                    blankLine,
-                                    blankLine,
-                                    u"Combinar horário com o síndico"_s,
-                                    QString::number(120 + 10 * number) + u",00"_s});
-    }
-    return maintenance;
-}
-
 } // namespace
 
 std::vector<TableRows> sampleRows()
@@ -86,8 +39,8 @@ std::vector<TableRows> sampleRows()
         rows.push_back(std::move(group));
     rows.push_back(sampleSuppliers(words));
     rows.push_back(sampleDefects());
-    rows.push_back(orders());
-    rows.push_back(maintenance(words));
+    rows.push_back(samplePurchases(words, rows.front()));
+    rows.push_back(sampleOnSiteOrders(words));
     return rows;
 }
 
