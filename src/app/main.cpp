@@ -14,6 +14,7 @@
 #include "Form1pedido.h"
 #include "Form1principal.h"
 #include "Form1relatorio.h"
+#include "Form1servico.h"
 #include "FormRegistry.h"
 #include "HostPaths.h"
 #include "frmAbout.h"
@@ -44,6 +45,7 @@ int main(int argc, char** argv)
     addForm<Buscafornecedor>();
     addForm<Form1Defeitos>();
     addForm<Form1relatorio>();
+    addForm<Form1servico>();
     addForm<Form1Configurar>();
     addForm<frmAbout>();
 

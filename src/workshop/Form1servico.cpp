@@ -1,0 +1,379 @@
+#include "Form1servico.h"
+
+#include "Form1principal.h"
+#include "Funciones.h"
+#include "OnePiece.h"
+#include "RecordFields.h"
+#include "RecordForms.h"
+#include "RuntimeError.h"
+#include "Strings.h"
+#include "ui_Form1servico.h"
+
+#include <array>
+
+using namespace Funciones;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+enum Button
+{
+    ButtonEditar,
+    ButtonSalvar,
+    ButtonCancela,
+    ButtonFechar
+};
+
+constexpr int BoxSearch = 0;
+constexpr int FirstLineBox = 4;
+constexpr int BoxService = 26;
+constexpr int LastBox = 37;
+
+constexpr int Service = 18; // in Cliente
+constexpr int FirstFlag = 20;
+constexpr std::array Flags{0, 1, 3};
+
+const std::vector<GridField>& gridFields()
+{
+    static const std::vector<GridField> fields{{0, u"Numero"_s, 700},
+                                               {3, u"Nome"_s, 2900},
+                                               {14, u"Marca"_s, 2000},
+                                               {10, u"Telefone"_s, 1000}};
+    return fields;
+}
+
+void openParts(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection)
+{
+    table->Open(u"SELECT * FROM PECAS order by DESCRICAO"_s, connection.shared(),
+                CursorType::Static, LockType::ReadOnly);
+}
+
+const QString TwinsByNumber = u"SELECT * FROM PECAAPLICADA order by NUMERO"_s;
+
+// The first row of that number becomes current; the end where there is none.
+void find(ObjectVariable<Recordset>& table, const QString& number)
+{
+    table->MoveFirst();
+    table->Find(likeCriterion(u"numero"_s, number));
+}
+
+// An order taken in since the bench was opened has its twin in a table opened anew. Where there is
+// none at all the look into an empty table fails.
+void findTwin(const QString& number)
+{
+    if (Tabela4->RecordCount() != 0) {
+        find(Tabela4, number);
+        if (!Tabela4->eof())
+            return;
+    }
+    Tabela4 = openedAnew(TwinsByNumber, Conexao4);
+    find(Tabela4, number);
+}
+
+} // namespace
+
+// The bench is shut by a fault in a search, in what a search shows, in a part picked and in a save:
+// what goes on there with half of an order on the screen would store it over another one.
+Form1servico::Form1servico() : Form(QString::fromLatin1(Name), makeWindow<Ui::Form1servico>())
+{
+    Text1.onChange([this](int Index) { Text1_Change(Index); }, OnError::End);
+    Text1.onKeyPress([](int, int& KeyAscii) { enterAsTab(KeyAscii); });
+    MSFlexGrid1.onClick([this] { MSFlexGrid1_Click(); }, OnError::Silent);
+    Text3.onChange([this] { Text3_Change(); }, OnError::End);
+    Text4.onChange([this] { Text4_Change(); }, OnError::End);
+    int number = 0;
+    for (ComboBox* description : combos_) {
+        description->onClick([this, line = ++number] { Combo_Click(line); }, OnError::End);
+        description->onKeyPress([](int& KeyAscii) { enterAsTab(KeyAscii); });
+    }
+    Command1.onClick([this](int Index) { Command1_Click(Index); }, OnError::End);
+}
+
+Form1servico::Line Form1servico::line(int number) const
+{
+    return {Text1(26 + number), *combos_[static_cast<size_t>(number - 1)], Text1(14 + number),
+            Text1(3 + number), 2 + 4 * (number - 1)};
+}
+
+void Form1servico::Form_Load()
+{
+    setCaption(captionInUse(u"Serviço executado e peças aplicadas pelo Técnico  "_s));
+    // What another form left in the pairs is not this form's to close.
+    for (ObjectVariable<Recordset>* table : {&Tabela1, &Tabela3, &Tabela4})
+        table->setNothing();
+    for (ObjectVariable<Connection>* connection : {&Conexao1, &Conexao3, &Conexao4})
+        connection->setNothing();
+    AbreBanco();
+    openParts(Tabela1, Conexao1);
+    AbreBanco3();
+    openParts(Tabela3, Conexao3);
+    AbreBanco4();
+    openStatic(Tabela4, Conexao4, TwinsByNumber);
+    setHeadings(MSFlexGrid1, gridFields());
+    LimpaCampos();
+    DesativaBotoes();
+    TravaCampos();
+    CarregaPecas();
+}
+
+void Form1servico::Form_Unload()
+{
+    closeIfOpen(Tabela1, Conexao1);
+    closeIfOpen(Tabela3, Conexao3);
+    closeIfOpen(Tabela4, Conexao4);
+    principal().StatusBar1.setPanel(2, supportEmailText());
+}
+
+// The flags stay: a form that was emptied goes on showing those of the order shown last.
+void Form1servico::LimpaCampos()
+{
+    // While the search box is empty each box that is emptied comes back here; the shared counter
+    // then ends the loops further out, too.
+    for (Contador = 1; Contador <= LastBox; ++Contador)
+        Text1(Contador).setText({});
+    for (ComboBox* description : combos_)
+        description->setText({});
+}
+
+void Form1servico::TravaCampos()
+{
+    setLinesLocked(true);
+}
+
+void Form1servico::LiberaCampos()
+{
+    setLinesLocked(false);
+}
+
+// The service, too. The flags are never locked, and the order's own boxes always are.
+void Form1servico::setLinesLocked(bool locked)
+{
+    for (Contador = FirstLineBox; Contador <= LastBox; ++Contador)
+        Text1(Contador).setLocked(locked);
+    for (ComboBox* description : combos_)
+        description->setLocked(locked);
+}
+
+void Form1servico::DesativaBotoes()
+{
+    for (Contador = ButtonEditar; Contador <= ButtonCancela; ++Contador)
+        Command1(Contador).setEnabled(false);
+}
+
+// The same entries for all lists but the fifth. What was read before an error is listed.
+void Form1servico::CarregaPecas()
+{
+    auto descriptions = std::make_shared<std::vector<QString>>();
+    try {
+        if (Tabela1->RecordCount() == 0)
+            return;
+        readDescriptions(*descriptions);
+        Tabela1->MoveFirst();
+    } catch (const RuntimeError&) {
+        // Goes on with what there is.
+    }
+    for (ComboBox* description : combos_)
+        description->setEntries(descriptions);
+    // It takes each part twice at the same place: the parts up to the last one, and then back to
+    // the first. Meant.
+    auto thereAndBack = std::make_shared<std::vector<QString>>(*descriptions);
+    thereAndBack->insert(thereAndBack->end(), descriptions->rbegin(), descriptions->rend());
+    Combo5.setEntries(thereAndBack);
+    principal().StatusBar1.setPanel(2, u"Formulário de Peças Aplicadas"_s);
+}
+
+void Form1servico::readDescriptions(std::vector<QString>& descriptions)
+{
+    Recordset& parts = *Tabela1.shared();
+    descriptions.reserve(static_cast<size_t>(parts.RecordCount()));
+    parts.MoveFirst();
+    ContadorLista = 0;
+    while (!parts.eof()) {
+        const Field description = parts.Fields(3);
+        // The table refuses a Null here, which would never be passed.
+        if (!description.isNull()) {
+            descriptions.push_back(description.textOrEmpty());
+            ContadorListaAnterior = ContadorLista;
+            ContadorLista = ContadorListaAnterior + 1;
+            parts.MoveNext();
+        }
+    }
+}
+
+void Form1servico::Text1_Change(int Index)
+{
+    // By their texts: any box that comes to read like the search box searches anew, the number of
+    // the order shown for one, and leaves Tabela1 on the last order found. Meant.
+    if (!sameText(Text1(Index), Text1(BoxSearch)))
+        return;
+    const QString number = Text1(BoxSearch).text();
+    MSFlexGrid1.setVisible(!number.isEmpty());
+    if (number.isEmpty()) {
+        showNoOrders();
+        return;
+    }
+    MSFlexGrid1.setRows(2);
+    AbreBanco();
+    openStatic(Tabela1, Conexao1, likeQuery(u"SELECT * FROM Cliente WHERE numero"_s, number));
+    fillGrid(MSFlexGrid1, *Tabela1.shared(), {{0}, {3}, {14}, {10}});
+    MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
+    const int found = Tabela1->RecordCount();
+    setCaption(u"Peças aplicadas e serviço executado - "_s + QString::number(found) +
+               u" clientes encontrados"_s);
+    MSFlexGrid1.setVisible(found != 0);
+    if (found != 0)
+        Tabela1->MovePrevious();
+    Command1(ButtonEditar).setEnabled(found != 0);
+}
+
+void Form1servico::showNoOrders()
+{
+    NomeSelecionado.clear();
+    TelefoneSelecionado.clear();
+    Text3.setText({});
+    LimpaCampos();
+    Command1(ButtonEditar).setEnabled(false);
+    emptyGrid(MSFlexGrid1);
+    setCaption(u"Peças aplicadas e Serviço executado pelo Técnico"_s);
+}
+
+void Form1servico::MSFlexGrid1_Click()
+{
+    if (!onDataRow(MSFlexGrid1))
+        return;
+    const int row = MSFlexGrid1.Row();
+    const QString number = MSFlexGrid1.TextMatrix(row, 0);
+    NomeSelecionado = MSFlexGrid1.TextMatrix(row, 1);
+    TelefoneSelecionado = MSFlexGrid1.TextMatrix(row, 3);
+    Text2.setText(number);
+    Text3.setText(number); // the same order again changes nothing
+}
+
+void Form1servico::Text3_Change()
+{
+    LimpaCampos();
+    const QString number = Text3.text();
+    if (Trim(number).isEmpty())
+        return;
+    findTwin(number);
+    find(Tabela1, number);
+    MostraPecasAplicadas();
+    MostraCliente();
+}
+
+// A box that comes to read like the search box replaces Tabela1 in the middle of this.
+void Form1servico::MostraCliente()
+try {
+    showFields(Tabela1, {{0, Text1(1)}, {3, Text1(2)}, {Service, Text1(BoxService)}});
+    showFields(Tabela1, {{10, Text1(3), asPhone}});
+    for (const int flag : Flags) {
+        const Value value = Tabela1->Fields(FirstFlag + flag);
+        // All but a plain no is a yes here, a Null as well; the client record shows that one empty.
+        Check1(flag).setValue(value.isNull() || value.isTrue() ? 1 : 0);
+    }
+} catch (const RuntimeError&) {
+    // Ends silently: what was filled so far stays in view.
+}
+
+void Form1servico::MostraPecasAplicadas()
+try {
+    if (Tabela4->RecordCount() == 0)
+        return;
+    Text1(1).setToolTipText(Tabela4->Fields(0).textOrEmpty());
+    Text1(2).setToolTipText(Tabela4->Fields(1).textOrEmpty());
+    for (int number = 1; number <= Lines; ++number) {
+        const Line boxes = line(number);
+        boxes.code.setText(Tabela4->Fields(boxes.position).textOrEmpty());
+        boxes.description.setText(Tabela4->Fields(boxes.position + 1).textOrEmpty());
+        boxes.quantity.setText(Tabela4->Fields(boxes.position + 2).textOrEmpty());
+        boxes.value.setText(asMoney(Tabela4->Fields(boxes.position + 3)));
+    }
+} catch (const RuntimeError&) {
+    // Ends silently: what was filled so far stays in view.
+}
+
+void Form1servico::Combo_Click(int Index)
+{
+    LinhaPeca = Index;
+    // Another description than the last one looks its part up.
+    Text4.setText(line(Index).description.text());
+    PreencheLinha();
+}
+
+void Form1servico::Text4_Change()
+{
+    if (Trim(Text4.text()).isEmpty())
+        return;
+    Tabela3->MoveFirst();
+    // The first description that holds the text wins. One with an apostrophe breaks the criterion,
+    // and is meant to.
+    Tabela3->Find(likeCriterion(u"descricao"_s, Text4.text()));
+    PreencheLinha();
+}
+
+void Form1servico::PreencheLinha()
+{
+    const Line boxes = line(LinhaPeca);
+    boxes.code.setText(Tabela3->Fields(0).textOrEmpty());
+    // Not a quantity: the technician types over it. Meant.
+    boxes.quantity.setText(Tabela3->Fields(u"EQUIVALENTE"_s).textOrEmpty());
+    boxes.value.setText(asMoney(Tabela3->Fields(4)));
+}
+
+void Form1servico::Command1_Click(int Index)
+{
+    switch (Index) {
+    case ButtonEditar:
+        Editar();
+        break;
+    case ButtonSalvar:
+        GravaServico();
+        backToSearch();
+        break;
+    case ButtonCancela:
+        backToSearch(); // what was typed stays in view, unsaved
+        break;
+    default:
+        unload();
+    }
+}
+
+void Form1servico::Editar()
+{
+    LiberaCampos();
+    Text1(BoxSearch).setLocked(true);
+    MSFlexGrid1.setVisible(false);
+    setEnabled(Command1, {ButtonCancela, ButtonSalvar}, true);
+    setEnabled(Command1, {ButtonEditar, ButtonFechar}, false);
+    Text1(BoxService).SetFocus();
+}
+
+// "&Editar" stays off until the search box is typed in.
+void Form1servico::backToSearch()
+{
+    setEnabled(Command1, {ButtonSalvar, ButtonCancela}, false);
+    Command1(ButtonFechar).setEnabled(true);
+    Text1(BoxSearch).setLocked(false);
+    TravaCampos();
+    Text1(BoxSearch).SetFocus();
+}
+
+// Writes to the rows that are current, whichever they are: before a row of the grid was clicked
+// those are the last order found and whatever twin was looked at last. Meant.
+void Form1servico::GravaServico()
+{
+    inOnePiece({Conexao1, Conexao4}, [this] {
+        Tabela1->Fields(Service) = Text1(BoxService).text();
+        for (int number = 1; number <= Lines; ++number) {
+            const Line boxes = line(number);
+            Tabela4->Fields(boxes.position) = boxes.code.text();
+            Tabela4->Fields(boxes.position + 1) = boxes.description.text();
+            Tabela4->Fields(boxes.position + 2) = boxes.quantity.text();
+            Tabela4->Fields(boxes.position + 3) = boxes.value.text();
+        }
+        for (const int flag : Flags)
+            Tabela1->Fields(FirstFlag + flag) = Check1(flag).value() != 0;
+        Tabela1->UpdateMerged();
+        Tabela4->UpdateMerged();
+    });
+}
