@@ -128,7 +128,7 @@ int runComparisons(int argc, char** argv, const std::vector<Comparison>& compari
 
 BenchInstallation::BenchInstallation()
 {
-    setApplicationFolderForTests(directory_.path());
+    setApplicationFolder(directory_.path());
     layDownInstallation(directory_.path(), false);
     setMsgBoxForTests([](const Box& box) {
         std::fprintf(stderr, "box: %s\n", qPrintable(box.text));
@@ -198,7 +198,7 @@ bool isMemoryChild(const std::function<void()>& openForm)
     if (empty) {
         window.show();
     } else {
-        setApplicationFolderForTests(arguments.value(2));
+        setApplicationFolder(arguments.value(2));
         setModalScriptForTests([](Form&) { QCoreApplication::processEvents(); });
         openForm();
     }

@@ -3,9 +3,12 @@
 #include "FullDisk.h"
 #include "Funciones.h"
 #include "Installation.h"
+#include "ShopFolder.h"
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
+#include <QStandardPaths>
 
 #include <thread>
 
@@ -98,4 +101,40 @@ TEST_F(InstallationTest, TwoAtOnceMakeOneInstallationThatIsNoOneElses)
             << "nobody's document is made up";
     EXPECT_EQ(Funciones::LeIni(u"Local"_s, u"Caminho2"_s, lain.filePath(u"Banco.ini"_s)),
               lain.filePath(u"GALTERIA1.mdb"_s));
+}
+
+// Each kind of start finds its folder, and none but the user's own is ever laid down.
+TEST_F(InstallationTest, AStartFindsItsShop)
+{
+    const auto within = [this](const char* name) { return folder() + QLatin1StringView(name); };
+    const QByteArray home = qgetenv("HOME");
+    const auto goHome = qScopeGuard([&] { qputenv("HOME", home); });
+    qputenv("HOME", within("/casa").toUtf8());
+    const QString settings =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/vorbelo"_s;
+    ASSERT_TRUE(settings.startsWith(within("/casa")));
+    QDir().mkpath(within("/programa"));
+    QDir().mkpath(settings);
+
+    EXPECT_EQ(errorOf([&] { chooseShopFolder(within("/vazia"), within("/programa")); }),
+              RuntimeError::PathNotFound);
+    const ShopFolder own = chooseShopFolder({}, within("/programa"));
+    EXPECT_EQ(own.path, within("/casa/Vorbelo"));
+    EXPECT_TRUE(own.isNew);
+    EXPECT_FALSE(chooseShopFolder({}, within("/programa")).isNew);
+
+    // A link goes before it, also one whose folder is away.
+    layDownInstallation(within("/rede"), false);
+    QFile::link(within("/rede"), settings + u"/pasta"_s);
+    EXPECT_EQ(chooseShopFolder({}, within("/programa")).path, within("/rede"));
+    QDir().rename(within("/rede"), within("/fora"));
+    EXPECT_EQ(errorOf([&] { chooseShopFolder({}, within("/programa")); }),
+              RuntimeError::PathNotFound);
+
+    // The program's own goes before the link, with its settings lost as well; a named one before
+    // all.
+    layDownInstallation(within("/programa"), false);
+    QFile::remove(within("/programa/Banco.ini"));
+    EXPECT_EQ(chooseShopFolder({}, within("/programa")).path, within("/programa"));
+    EXPECT_EQ(chooseShopFolder(within("/fora"), within("/programa")).path, within("/fora"));
 }

@@ -222,7 +222,7 @@ TEST_F(DropDownTest, DriveListKnowsTheMappedLetters)
     QFile::link(folder() + u"/away"_s, drives + u"/g:"_s);
     QFile::link(QFileInfo(folder()).canonicalPath(), drives + u"/f:"_s);
     lists().unload();
-    setApplicationFolderForTests(QFileInfo(folder()).canonicalFilePath());
+    setApplicationFolder(QFileInfo(folder()).canonicalFilePath());
     DriveListBox& drive = lists().Drive1;
     EXPECT_EQ(drive.drive(), u"f:"_s) << "the program stands there";
     drive.setDrive(u"Even"_s);

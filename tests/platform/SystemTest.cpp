@@ -58,7 +58,7 @@ protected:
     SystemTest() { qputenv("HOME", QFile::encodeName(directory_.path())); }
     ~SystemTest() override
     {
-        setApplicationFolderForTests(QString());
+        setApplicationFolder(QString());
         qputenv("HOME", home_);
     }
 
@@ -221,7 +221,7 @@ TEST_F(SystemTest, ADriveLetterIsALinkInTheConfigurationOrBesideTheProgram)
     ASSERT_TRUE(QFile::link(directory_.filePath(u"rede"_s), directory_.filePath(u"unidades/f:"_s)));
     ASSERT_TRUE(QFile::link(u"/"_s, directory_.filePath(u"unidades/R:"_s)));
     ASSERT_TRUE(QFile::link(directory_.filePath(u"fora"_s), directory_.filePath(u"unidades/g:"_s)));
-    setApplicationFolderForTests(directory_.path());
+    setApplicationFolder(directory_.path());
     const QString net = QFileInfo(directory_.filePath(u"rede"_s)).canonicalFilePath();
     const QList<std::pair<QString, QString>> rows{
         {u"F:\\Arquivos de programas\\x.mdb"_s, net + u"/Arquivos de programas/x.mdb"_s},

@@ -223,7 +223,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     const QString mode = arguments[1];
-    setApplicationFolderForTests(arguments[2]);
+    setApplicationFolder(arguments[2]);
     if (mode == u"init") {
         layDownInstallation(arguments[2], false);
         Funciones::GravaIni(u"Local"_s, u"Caminho"_s, arguments[3], Funciones::CaminhoIni());

@@ -309,7 +309,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     station = arguments[1];
-    setApplicationFolderForTests(arguments[2]);
+    setApplicationFolder(arguments[2]);
     if (station == u"init") {
         layDownInstallation(arguments[2], false);
         Funciones::GravaIni(u"Local"_s, u"Caminho"_s, arguments[3], Funciones::CaminhoIni());

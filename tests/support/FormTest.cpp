@@ -33,7 +33,7 @@ void PrintTo(const QString& text, std::ostream* out)
 FormTest::FormTest() : printer_(std::make_shared<RecordingDevice>())
 {
     qputenv("HOME", QFile::encodeName(home_.path()));
-    setApplicationFolderForTests(folder());
+    setApplicationFolder(folder());
     layDownInstallation(folder(), false);
     Clock::setForTests(QDateTime(QDate(2026, 3, 9), QTime(14, 30)));
     Funciones::resetShared();

@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString& folderForTests()
+QString& chosenFolder()
 {
     static QString folder;
     return folder;
@@ -99,10 +99,10 @@ QString driveFolder(const QString& drive)
 
 QString applicationFolder()
 {
-    return folderForTests().isEmpty() ? QCoreApplication::applicationDirPath() : folderForTests();
+    return chosenFolder().isEmpty() ? QCoreApplication::applicationDirPath() : chosenFolder();
 }
 
-void setApplicationFolderForTests(const QString& folder)
+void setApplicationFolder(const QString& folder)
 {
-    folderForTests() = folder;
+    chosenFolder() = folder;
 }

@@ -14,6 +14,7 @@ QStringList mappedDrives();
 // The folder behind a letter of that list. Error 68 where the device is away, or nothing is mapped.
 QString driveFolder(const QString& drive);
 
-// The folder of the executable, without a slash at the end; tests set their own.
+// The shop's folder, with its settings and by default its files, without a slash at the end: the
+// folder of the executable, unless the start chose another.
 QString applicationFolder();
-void setApplicationFolderForTests(const QString& folder);
+void setApplicationFolder(const QString& folder);
