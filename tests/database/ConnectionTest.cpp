@@ -1,8 +1,11 @@
 #include "DatabaseTest.h"
 
 #include "Database.h"
+#include "Dates.h"
+#include "Patience.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QScopeGuard>
 
@@ -53,9 +56,10 @@ TEST_F(ConnectionTest, MissingForeignAndTornFilesFailAtOpening)
     for (const QByteArray& content : {QByteArray(), QByteArray("texto"), QByteArray(5000, 'x'),
                                       bytes.left(bytes.size() / 2), bytes.left(700)}) {
         write(bad, content);
-        EXPECT_TRUE(
-            textOf(bad).startsWith(u"Formato de banco de dados '%1' não reconhecido"_s.arg(bad)))
-            << content.size();
+        const QString text = textOf(bad);
+        EXPECT_TRUE(text.startsWith(u"Formato de banco de dados '%1' não reconhecido"_s.arg(bad)) ||
+                    text.startsWith(u"O banco de dados '%1' está danificado"_s.arg(bad)))
+            << content.size() << text.toStdString();
         QFile::remove(bad);
     }
     for (const QString& foreign :
@@ -100,6 +104,7 @@ TEST_F(ConnectionTest, ReadOnlyFileOpensAndRefusesToBeWritten)
 TEST_F(ConnectionTest, FileLockedElsewhereIsToldAfterAWhileAndCanBeTriedAgain)
 {
     addSuppliers({u"a"_s});
+    Patience::setLimitForTests(50);
     auto table = open(u"SELECT * FROM FORNECEDOR"_s);
     sqlite3* other = nullptr;
     ASSERT_EQ(sqlite3_open(mainFile().toUtf8().constData(), &other), SQLITE_OK);
@@ -114,6 +119,120 @@ TEST_F(ConnectionTest, FileLockedElsewhereIsToldAfterAWhileAndCanBeTriedAgain)
     table->Fields(0) = u"b"_s;
     table->Update();
     EXPECT_EQ(stored(u"NOMEEMPRESA"_s), QStringList{u"b"_s});
+}
+
+TEST_F(ConnectionTest, BusyFileIsWaitedForOnceInAnEventAndThenAskedWithoutWaiting)
+{
+    constexpr int Limit = 300;
+    Patience::setLimitForTests(Limit);
+    addSuppliers({u"a"_s});
+    Database::dropIdle();
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(mainFile().toUtf8().constData(), &other), SQLITE_OK);
+    const auto tell = [&](const char* statement) {
+        EXPECT_EQ(sqlite3_exec(other, statement, nullptr, nullptr, nullptr), SQLITE_OK);
+    };
+    const auto milliseconds = [&](const std::function<void()>& work) {
+        QElapsedTimer clock;
+        clock.start();
+        event(work);
+        return clock.elapsed();
+    };
+    const auto openThrice = [&] {
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NE(textOf(mainFile()), QString());
+    };
+    tell("BEGIN EXCLUSIVE");
+    qint64 took = milliseconds(openThrice);
+    EXPECT_TRUE(took >= Limit && took < 2 * Limit) << took << ": once";
+    took = milliseconds(openThrice);
+    EXPECT_LT(took, Limit) << "asked without waiting, as at each letter of a search";
+    tell("COMMIT");
+
+    // It has answered: then it is waited for again, in reading, in locking and both in one event.
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    auto list = openList();
+    sqlite3* third = nullptr;
+    ASSERT_EQ(sqlite3_open(listFile().toUtf8().constData(), &third), SQLITE_OK);
+    sqlite3_exec(third, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    tell("BEGIN IMMEDIATE");
+    took = milliseconds([&] {
+        for (Recordset* each : {table.get(), list.get()}) {
+            each->AddNew();
+            each->Fields(0) = u"x"_s;
+            EXPECT_EQ(errorOf([&] { each->Update(); }), RuntimeError::EngineFault);
+            each->CancelUpdate();
+        }
+    });
+    EXPECT_TRUE(took >= Limit && took < 2 * Limit) << took;
+    sqlite3_close(third);
+    sqlite3_close(other);
+}
+
+TEST_F(ConnectionTest, OnlyOrdinaryFilesWithARollbackJournalAreOpened)
+{
+    for (const QString& file : {folder() + u"/pipe.mdb"_s, mainFile() + u"-journal"_s})
+        ASSERT_EQ(mkfifo(file.toUtf8().constData(), 0600), 0);
+    EXPECT_NE(textOf(folder() + u"/pipe.mdb"_s), QString());
+    EXPECT_NE(textOf(mainFile()), QString()) << "and nothing hangs";
+    QFile::remove(mainFile() + u"-journal"_s);
+    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    ASSERT_EQ(mkfifo((mainFile() + u"-journal"_s).toUtf8().constData(), 0600), 0);
+    table->AddNew();
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::EngineFault);
+    QFile::remove(mainFile() + u"-journal"_s);
+    table->Update();
+    table.reset();
+    Database::dropIdle();
+    sql(mainFile(), u"PRAGMA journal_mode=WAL"_s);
+    EXPECT_TRUE(textOf(mainFile()).startsWith(u"Formato"_s));
+}
+
+TEST_F(ConnectionTest, TablesMustHaveOurColumns)
+{
+    const QString right = u"DATAPEDIDO TEXT, DESCRICAO TEXT, QUANTIDADE TEXT, CODIGO TEXT, "
+                          "_id INTEGER PRIMARY KEY AUTOINCREMENT"_s;
+    const auto textWith = [&](const QString& columns) {
+        Database::dropIdle();
+        mainSql(u"DROP TABLE PEDIDO; CREATE TABLE PEDIDO (%1)"_s.arg(columns));
+        return textOf(mainFile());
+    };
+    EXPECT_EQ(textWith(right), QString());
+    for (const auto& [from, to] :
+         {std::pair(u"DATAPEDIDO TEXT, DESCRICAO TEXT"_s, u"DESCRICAO TEXT, DATAPEDIDO TEXT"_s),
+          {u"CODIGO TEXT, "_s, u""_s},
+          {u"CODIGO TEXT, "_s, u"CODIGO TEXT, OUTRO TEXT, "_s},
+          {u"QUANTIDADE TEXT"_s, u"QUANTIDADE INTEGER"_s},
+          {u"CODIGO TEXT, "_s, u"CODIGO TEXT AS ('1'), "_s},
+          {u", _id INTEGER PRIMARY KEY AUTOINCREMENT"_s, u""_s}})
+        EXPECT_TRUE(textWith(QString(right).replace(from, to)).startsWith(u"Formato"_s))
+            << to.toStdString();
+    EXPECT_EQ(textWith(right), QString());
+}
+
+TEST_F(ConnectionTest, WholeFileIsCheckedOnceADay)
+{
+    mainSql(u"WITH n(i) AS (SELECT 1 UNION SELECT i+1 FROM n WHERE i<300) "
+            "INSERT INTO FORNECEDOR(NOMEEMPRESA) SELECT printf('%0200d', i) FROM n"_s);
+    EXPECT_EQ(textOf(mainFile()), QString());
+    Database::dropIdle();
+    const QString copy = folder() + u"/copia"_s;
+    QFile::copy(mainFile(), copy);
+    // The last page, of which nothing is read to open the file.
+    QFile file(mainFile());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek(file.size() - 4096);
+    file.write(QByteArray(64, '\x55'));
+    file.close();
+    EXPECT_EQ(textOf(mainFile()), QString()) << "checked already";
+    Database::dropIdle();
+    Clock::setForTests(QDateTime(QDate(2026, 3, 10), QTime(8, 0)));
+    for (int i = 0; i < 2; ++i)
+        EXPECT_TRUE(textOf(mainFile()).contains(u"está danificado. Restaure"_s));
+    ASSERT_EQ(::rename(copy.toUtf8().constData(), mainFile().toUtf8().constData()), 0);
+    EXPECT_EQ(textOf(mainFile()), QString());
+    for (const QString& data : {listFile(), mainFile()})
+        EXPECT_FALSE(QFile::permissions(data) & (QFile::ReadOther | QFile::WriteOther));
 }
 
 TEST_F(ConnectionTest, PathRunsToTheEndOfTheTextAndMayBeClassic)

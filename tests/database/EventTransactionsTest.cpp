@@ -4,6 +4,8 @@
 #include "FailingDisk.h"
 #include "ListMark.h"
 
+#include <QFile>
+
 #include <stdexcept>
 
 namespace {
@@ -241,11 +243,71 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
     EXPECT_EQ(openList()->RecordCount(), 0);
     EXPECT_EQ(state(), u"3 | "_s);
 
-    // The mark has served: the next list stays, and so does one of another station.
-    sql(listFile(), u"INSERT INTO Pecas(CODIGO) VALUES('2')"_s);
+    // The mark has served: the next sale stays.
+    add(*openList(), u"2"_s);
     Database::dropIdle();
     EXPECT_EQ(openList()->RecordCount(), 1);
-    sql(listFile(), u"UPDATE _lista SET id='another', geracao=0"_s);
+}
+
+// The mark names the sale, so that no copy of the list takes another's sale for its own.
+TEST_F(WriteOffTest, CopiedListIsNeitherEmptiedNorBookedTwice)
+{
+    const QString copy = folder() + u"/copia.mdb"_s;
+    const auto openCopy = [&] {
+        return open(u"SELECT * FROM Pecas"_s, CursorType::Static, LockType::Optimistic, copy);
+    };
+    const auto marks = [&] {
+        return sql(mainFile(), u"SELECT count(*) FROM _lista_concluida"_s).value(0).toInt();
+    };
+    const auto book = [&](Recordset& list, const QString& stock) {
+        auto parts = open(u"SELECT * FROM Pecas order by CODIGO"_s);
+        event([&] {
+            parts->Fields(u"ESTOQUE"_s) = stock;
+            parts->Update();
+            list.Delete();
+        });
+    };
+    sql(listFile(), u"DELETE FROM Pecas"_s);
+    add(*openList(), u"1"_s);
+    Database::dropIdle();
+    QFile::copy(listFile(), copy);
+
+    // The same sale in both: whoever comes second books nothing.
+    auto second = openCopy();
+    book(*openList(), u"3"_s);
+    expectErrorBox(u"Erro nº -2147467259\nEsta venda já foi gravada"_s);
+    book(*second, u"1"_s);
+    EXPECT_EQ(stored(u"ESTOQUE"_s, u"Pecas"_s), QStringList{u"3"_s});
+    second.reset();
+    EXPECT_EQ(openCopy()->RecordCount(), 0);
+
+    // A sale of its own in each; one is cut off between the two files, the other is booked.
+    add(*openCopy(), u"1"_s);
+    add(*openList(), u"1"_s);
+    mainSql(u"UPDATE Pecas SET ESTOQUE='5'"_s);
+    writeOff();
+    auto own = openCopy();
+    EXPECT_EQ(own->RecordCount(), 1);
+    book(*own, u"2"_s);
+    own.reset();
+    Database::dropIdle();
+    EXPECT_EQ(openCopy()->RecordCount(), 0);
+    EXPECT_EQ(openList()->RecordCount(), 0) << "its mark was nobody else's to take away";
+    for (int sale = 0; sale < 3; ++sale) {
+        add(*openList(), u"1"_s);
+        book(*openList(), QString::number(sale));
+    }
+    EXPECT_LE(marks(), 3) << "a mark goes with the next sale of its list";
+}
+
+// A list as it came from former times, with a number that leaves no room for the next.
+TEST_F(WriteOffTest, ListOfFormerTimesGoesOn)
+{
+    sql(listFile(), u"UPDATE _lista SET id='station', geracao=9223372036854775807"_s);
+    writeOff();
+    EXPECT_EQ(openList()->RecordCount(), 0);
+    mainSql(u"UPDATE _lista_concluida SET geracao=4"_s);
+    sql(listFile(), u"UPDATE _lista SET geracao=5; INSERT INTO Pecas(CODIGO) VALUES('2')"_s);
     Database::dropIdle();
     EXPECT_EQ(openList()->RecordCount(), 1);
 }

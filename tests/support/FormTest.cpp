@@ -9,6 +9,7 @@
 #include "GateFrames.h"
 #include "HostPaths.h"
 #include "Installation.h"
+#include "Patience.h"
 #include "ProfileFile.h"
 #include "RuntimeError.h"
 
@@ -73,6 +74,7 @@ FormTest::~FormTest()
     Funciones::resetShared();
     resetGateForTests();
     Database::dropIdle();
+    Patience::setLimitForTests(std::nullopt);
     Clock::setForTests(std::nullopt);
     qputenv("HOME", homeBefore_);
 }

@@ -172,11 +172,14 @@ void EventTransactions::markFinishedLists(const std::vector<std::shared_ptr<Data
     Database& shared = *files.front();
     for (const auto& file : files) {
         Storage& list = file->storage();
-        const std::optional<ListState> state = list.listState();
-        if (!state || &shared == file.get() || !list.isEmpty(0))
+        if (!list.isList() || &shared == file.get() || !file->hasChanges() || !list.isEmpty(0))
             continue;
-        shared.storage().markFinished(*state);
-        list.setListGeneration(state->generation + 1);
+        const ListState state = list.listState().value_or(ListState());
+        if (shared.storage().isFinished(state.sale))
+            throw RuntimeError(RuntimeError::EngineFault,
+                               u"Esta venda já foi gravada por outra cópia do programa."_s);
+        shared.storage().markFinished(state);
+        list.finishList();
     }
 }
 

@@ -170,7 +170,11 @@ private:
 void Database::insert(int table, PackedRow& row)
 {
     WriteStep step(*this);
-    step.run([&] { row.setId(storage_->insert(table, row.view())); });
+    step.run([&] {
+        if (storage_->isList() && storage_->isEmpty(table))
+            storage_->beginList();
+        row.setId(storage_->insert(table, row.view()));
+    });
     noteChange(table, row.view().id(), std::make_shared<PackedRow>(row));
     step.finish();
 }
@@ -215,6 +219,7 @@ void Database::noteChange(int table, qint64 id, std::shared_ptr<const PackedRow>
 {
     Table& known = at(table);
     ++known.ownWrites;
+    hasChanges_ = true;
     if (known.image)
         known.changes[id] = std::move(row);
 }
@@ -222,6 +227,7 @@ void Database::noteChange(int table, qint64 id, std::shared_ptr<const PackedRow>
 void Database::commit()
 {
     storage_->commit();
+    hasChanges_ = false;
     letKeptGo();
     tellWitnesses(&TransactionWitness::transactionEnded, true);
 }
@@ -229,6 +235,7 @@ void Database::commit()
 void Database::rollback()
 {
     storage_->rollback();
+    hasChanges_ = false;
     if (kept_.empty()) {
         forgetImages();
         tellWitnesses(&TransactionWitness::transactionEnded, false);

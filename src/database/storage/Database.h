@@ -77,6 +77,8 @@ public:
     void remove(int table, RowView version);
 
     bool isWriting() const { return storage_->isWriting(); }
+    // Whether rows were written that are not durable yet; a lock alone writes none.
+    bool hasChanges() const { return hasChanges_; }
     void commit();
     // What was shown when the lock was taken stands again; where it was taken by a write, all is
     // read anew.
@@ -129,5 +131,6 @@ private:
     quint64 foreignWrites_ = 0;
     quint64 lookedInEvent_ = 0;
     bool listChecked_ = false;
+    bool hasChanges_ = false;
     std::vector<TransactionWitness*> witnesses_;
 };

@@ -1,5 +1,6 @@
 #include "Database.h"
 
+#include "DailyCheck.h"
 #include "FileIdentity.h"
 #include "SqliteStorage.h"
 
@@ -68,7 +69,12 @@ std::shared_ptr<Database> Database::open(const QString& path)
     std::erase_if(files, [](const auto& entry) {
         return entry.second.isIdle() && fileIdentity(entry.second.path) != entry.first;
     });
-    auto database = std::make_shared<Database>(std::make_unique<SqliteStorage>(path, pool().vfs));
+    auto storage = std::make_unique<SqliteStorage>(path, pool().vfs);
+    if (!dailycheck::wasDone(path, *identity)) {
+        storage->requireWhole();
+        dailycheck::note(path, *identity);
+    }
+    auto database = std::make_shared<Database>(std::move(storage));
     files.emplace(*identity, PooledFile{path, database});
     return database;
 }

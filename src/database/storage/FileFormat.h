@@ -15,8 +15,8 @@ constexpr qint32 Marked = 0x56424C45;
 // Files of a later making are refused: their rows may lie in another way.
 constexpr int Version = 1;
 
-// Tables of the machinery begin with this; recordsets do not see them.
-constexpr char InternalPrefix = '_';
+// Behind the fields of each table, so that these keep their positions.
+constexpr char IdColumn[] = "_id";
 
 // Declared column types. The engine takes the affinity from the word that it knows in them.
 inline const char* declaredType(FieldKind kind)

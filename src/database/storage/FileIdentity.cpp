@@ -24,3 +24,14 @@ std::optional<FileIdentity> fileIdentity(const QString& path)
                         static_cast<quint64>(birth.toMSecsSinceEpoch())};
 #endif
 }
+
+bool isOtherThanFile(const char* path)
+{
+#ifdef Q_OS_UNIX
+    struct stat status;
+    return lstat(path, &status) == 0 && !S_ISREG(status.st_mode);
+#else
+    const QFileInfo info(QString::fromUtf8(path));
+    return info.exists() && !info.isFile();
+#endif
+}

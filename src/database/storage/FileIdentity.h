@@ -16,3 +16,6 @@ struct FileIdentity
 
 // Nothing where there is no ordinary file. Never opens the file.
 std::optional<FileIdentity> fileIdentity(const QString& path);
+
+// Whether something lies there that is no ordinary file: a pipe, a device, a folder, a link.
+bool isOtherThanFile(const char* path);

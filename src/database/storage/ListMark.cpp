@@ -30,18 +30,18 @@ void finishMarkedList(Database& list)
     if (!resolver())
         return;
 
-    std::optional<qint64> finished;
+    bool isFinished = false;
     try {
-        finished = Database::open(resolver()())->storage().finishedGeneration(state->id);
+        isFinished = Database::open(resolver()())->storage().isFinished(state->sale);
     } catch (const RuntimeError&) {
         // Without the shared file nothing can be sold; the next opening looks again.
         return;
     }
-    if (finished == state->generation) {
+    if (isFinished && !storage.isEmpty(0)) {
         try {
             storage.beginWrite();
             storage.removeAll(0);
-            storage.setListGeneration(state->generation + 1);
+            storage.finishList();
             storage.commit();
         } catch (const RuntimeError&) {
             storage.rollback();

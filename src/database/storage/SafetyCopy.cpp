@@ -156,8 +156,7 @@ void ExclusiveFile::compactTo(const QString& path)
     }
     SqliteHandle compacted(path, SqliteHandle::Mode::Existing, Database::vfs());
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
-    compacted.execute(
-        ("PRAGMA application_id=" + std::to_string(fileformat::Marked)).c_str());
+    compacted.execute(("PRAGMA application_id=" + std::to_string(fileformat::Marked)).c_str());
 }
 
 void ExclusiveFile::takeOver(const QString& path)

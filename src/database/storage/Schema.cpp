@@ -1,5 +1,6 @@
 #include "Schema.h"
 
+#include "Database.h"
 #include "FileFormat.h"
 #include "RuntimeError.h"
 #include "SqliteHandle.h"
@@ -22,9 +23,8 @@ QString columns(const TableDefinition& table)
         sql += field.refusesNull ? u" NOT NULL, "_s : u", "_s;
     }
     // An id is never given out twice: a recordset that still shows a deleted row must not meet
-    // another one under its id. It stands last, so that the fields keep their positions.
-    sql += u"_id INTEGER PRIMARY KEY AUTOINCREMENT"_s;
-    return sql;
+    // another one under its id.
+    return sql + QLatin1StringView(fileformat::IdColumn) + u" INTEGER PRIMARY KEY AUTOINCREMENT"_s;
 }
 
 bool isSaleList(const std::vector<TableDefinition>& tables)
@@ -42,8 +42,15 @@ void schema::createFile(const QString& path, const std::vector<TableDefinition>&
     if (!info.dir().exists())
         throw RuntimeError(RuntimeError::PathNotFound);
 
+    // Closed to others from its first byte on; the engine gives its journal the same rights.
+    QFile empty(path);
+    if (!empty.open(QIODevice::NewOnly))
+        throw RuntimeError(RuntimeError::PathFileAccess);
+    empty.setPermissions(empty.permissions() &
+                         ~(QFile::ReadOther | QFile::WriteOther | QFile::ExeOther));
+    empty.close();
     try {
-        SqliteHandle handle(path, SqliteHandle::Mode::Create, nullptr);
+        SqliteHandle handle(path, SqliteHandle::Mode::Create, Database::vfs());
         QString sql = u"PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; BEGIN IMMEDIATE; "
                       "PRAGMA application_id=%1; PRAGMA user_version=%2;"_s.arg(fileformat::Plain)
                           .arg(fileformat::Version);

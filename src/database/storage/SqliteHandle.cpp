@@ -1,12 +1,19 @@
 #include "SqliteHandle.h"
 
+#include "FileIdentity.h"
+#include "Patience.h"
 #include "Storage.h"
+
+#include <array>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int BusyMilliseconds = 5000;
+int waitForBusyFile(void* patience, int asked)
+{
+    return static_cast<Patience*>(patience)->wait(asked) ? 1 : 0;
+}
 
 struct EngineText
 {
@@ -17,8 +24,12 @@ struct EngineText
 EngineText engineText(int code, const QString& path)
 {
     switch (code & 0xff) {
-    case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
+        return {
+            u"O banco de dados '%1' está danificado. Restaure a última cópia de segurança."_s.arg(
+                path),
+            true};
+    case SQLITE_NOTADB:
     case SQLITE_FORMAT:
         return {u"Formato de banco de dados '%1' não reconhecido."_s.arg(path), true};
     case SQLITE_BUSY:
@@ -42,7 +53,8 @@ EngineText engineText(int code, const QString& path)
 
 } // namespace
 
-SqliteHandle::SqliteHandle(const QString& path, Mode mode, const char* vfs) : path_(path)
+SqliteHandle::SqliteHandle(const QString& path, Mode mode, const char* vfs)
+    : path_(path), patience_(Patience::of(path))
 {
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE |
                       (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
@@ -54,15 +66,49 @@ SqliteHandle::SqliteHandle(const QString& path, Mode mode, const char* vfs) : pa
         handle_ = nullptr;
         raise(code);
     }
-    sqlite3_busy_timeout(handle_, BusyMilliseconds);
+    sqlite3_busy_handler(handle_, waitForBusyFile, &patience_);
     // Two files that share a transaction name each other by path, which a share seen under two
     // paths does not survive.
     sqlite3_limit(handle_, SQLITE_LIMIT_ATTACHED, 0);
+    try {
+        requireJournalPlace();
+        requireRollbackMode();
+    } catch (const RuntimeError&) {
+        sqlite3_close_v2(handle_);
+        throw;
+    }
 }
 
 SqliteHandle::~SqliteHandle()
 {
     sqlite3_close_v2(handle_);
+}
+
+void SqliteHandle::requireJournalPlace() const
+{
+    const char* journal = sqlite3_filename_journal(sqlite3_db_filename(handle_, "main"));
+    if (journal && *journal && isOtherThanFile(journal))
+        raise(SQLITE_CANTOPEN);
+}
+
+// Read past the engine, which would open the other kinds of journal when it meets their mark.
+void SqliteHandle::requireRollbackMode()
+{
+    constexpr std::size_t WriteVersion = 18;
+    constexpr std::size_t ReadVersion = 19;
+    constexpr char Rollback = 1;
+    sqlite3_file* file = nullptr;
+    std::array<char, 100> header{};
+    sqlite3_file_control(handle_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    if (!file || !file->pMethods || file->pMethods->xRead(file, header.data(), 100, 0) != SQLITE_OK)
+        return; // too short, or not to be read: the engine tells
+    if (header[WriteVersion] > Rollback || header[ReadVersion] > Rollback)
+        raise(SQLITE_NOTADB);
+}
+
+void SqliteHandle::answered()
+{
+    patience_.answered();
 }
 
 void SqliteHandle::raise(int code) const
@@ -78,6 +124,7 @@ void SqliteHandle::execute(const char* sql)
     const int code = sqlite3_exec(handle_, sql, nullptr, nullptr, nullptr);
     if (code != SQLITE_OK)
         raise(code);
+    answered();
 }
 
 qint64 SqliteHandle::integer(const char* sql)
@@ -96,33 +143,35 @@ SqliteStatement::SqliteStatement(SqliteHandle& handle, const std::string& sql) :
 
 void SqliteStatement::bind(int parameter, const Cell& cell)
 {
+    int code = SQLITE_OK;
     switch (cell.type) {
     case Cell::Type::Null:
-        sqlite3_bind_null(statement_, parameter);
+        code = sqlite3_bind_null(statement_, parameter);
         break;
     case Cell::Type::Integer:
-        sqlite3_bind_int64(statement_, parameter, cell.integer);
+        code = sqlite3_bind_int64(statement_, parameter, cell.integer);
         break;
     case Cell::Type::Real:
-        sqlite3_bind_double(statement_, parameter, cell.real);
+        code = sqlite3_bind_double(statement_, parameter, cell.real);
         break;
     case Cell::Type::Text:
-        sqlite3_bind_text(statement_, parameter, cell.text.data(),
-                          static_cast<int>(cell.text.size()), SQLITE_STATIC);
+        code = sqlite3_bind_text64(statement_, parameter, cell.text.data(), cell.text.size(),
+                                   SQLITE_STATIC, SQLITE_UTF8);
         break;
     }
+    if (code != SQLITE_OK)
+        handle_.raise(code);
 }
 
 bool SqliteStatement::step()
 {
     const int code = sqlite3_step(statement_);
-    if (code == SQLITE_ROW)
-        return true;
-    if (code != SQLITE_DONE) {
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
         sqlite3_reset(statement_);
         handle_.raise(code);
     }
-    return false;
+    handle_.answered();
+    return code == SQLITE_ROW;
 }
 
 void SqliteStatement::reset()

@@ -8,8 +8,11 @@
 
 #include <string>
 
-// One open database file of the engine. Errors come as RuntimeError -2147467259 with a Portuguese
-// text; StorageFault where the transaction in progress is lost with them.
+class Patience;
+
+// One open database file of the engine, with a rollback journal; a file or journal that is none,
+// but a pipe or a device, is an error and never waited for. Errors come as RuntimeError -2147467259
+// with a Portuguese text; StorageFault where the transaction in progress is lost with them.
 class SqliteHandle
 {
 public:
@@ -25,16 +28,24 @@ public:
     SqliteHandle(const SqliteHandle&) = delete;
     SqliteHandle& operator=(const SqliteHandle&) = delete;
 
+    // Error where something else than a file lies where the journal will.
+    void requireJournalPlace() const;
+
     void execute(const char* sql);
     qint64 integer(const char* sql);
     bool inTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
     qint64 lastId() const { return sqlite3_last_insert_rowid(handle_); }
 
     [[noreturn]] void raise(int code) const;
+    // The file was read or locked, and need not be asked in vain any more.
+    void answered();
     sqlite3* get() const { return handle_; }
 
 private:
+    void requireRollbackMode();
+
     QString path_;
+    Patience& patience_;
     sqlite3* handle_ = nullptr;
 };
 

@@ -2,6 +2,8 @@
 
 #include "FileFormat.h"
 
+#include <QUuid>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -15,20 +17,6 @@ std::string quoted(const std::string& name)
             result += c;
     }
     return result + '"';
-}
-
-FieldKind kindOf(std::string_view declared)
-{
-    for (const FieldKind kind :
-         {FieldKind::Money, FieldKind::Number, FieldKind::YesNo, FieldKind::Date})
-        if (declared == fileformat::declaredType(kind))
-            return kind;
-    return FieldKind::Text;
-}
-
-QString toQString(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 } // namespace
@@ -47,25 +35,56 @@ SqliteStorage::SqliteStorage(const QString& path, const char* vfs)
 
 void SqliteStorage::readSchema()
 {
-    SqliteStatement list(handle_,
-                         "SELECT name FROM sqlite_master WHERE type='table' ORDER BY rowid");
+    SqliteStatement list(handle_, "SELECT name FROM sqlite_master WHERE type='table'");
     while (list.step()) {
-        const std::string table(list.column(0).text);
-        hasListTable_ |= table == "_lista";
-        hasMarkTable_ |= table == "_lista_concluida";
-        if (table.front() == fileformat::InternalPrefix || table.starts_with("sqlite_"))
-            continue;
-        TableDefinition definition{toQString(table), {}};
-        SqliteStatement fields(
-            handle_, "SELECT name, type, \"notnull\" FROM pragma_table_info(?1) WHERE pk=0");
-        fields.bind(1, Cell::ofText(table));
-        while (fields.step())
-            definition.fields.push_back({toQString(fields.column(0).text),
-                                         kindOf(fields.column(1).text),
-                                         fields.column(2).integer != 0});
-        tables_.push_back(std::move(definition));
-        names_.push_back(quoted(table));
+        hasListTable_ |= list.column(0).text == "_lista";
+        hasMarkTable_ |= list.column(0).text == "_lista_concluida";
     }
+    for (const TableDefinition& table :
+         hasListTable_ ? schema::saleListFile() : schema::mainFile()) {
+        if (!hasTable(table))
+            continue;
+        tables_.push_back(table);
+        names_.push_back(quoted(table.name.toStdString()));
+    }
+}
+
+// Recordsets go by position, and the id stands behind the fields.
+bool SqliteStorage::hasTable(const TableDefinition& table)
+{
+    SqliteStatement columns(handle_, "SELECT name, type, \"notnull\", pk, hidden "
+                                     "FROM pragma_table_xinfo(?1)");
+    const std::string name = table.name.toStdString();
+    columns.bind(1, Cell::ofText(name));
+    if (!columns.step())
+        return false;
+    const auto require = [&](std::string_view column, std::string_view type, bool refusesNull,
+                             bool isKey) {
+        const bool fits = columns.column(0).text == column && columns.column(1).text == type &&
+                          (columns.column(2).integer != 0 || !refusesNull) &&
+                          (columns.column(3).integer != 0) == isKey &&
+                          columns.column(4).integer == 0;
+        if (!fits)
+            handle_.raise(SQLITE_NOTADB);
+        return columns.step();
+    };
+    bool isMore = true;
+    for (const FieldDefinition& field : table.fields) {
+        if (!isMore)
+            handle_.raise(SQLITE_NOTADB);
+        isMore = require(field.name.toStdString(), fileformat::declaredType(field.kind),
+                         field.refusesNull, false);
+    }
+    if (!isMore || require(fileformat::IdColumn, "INTEGER", false, true))
+        handle_.raise(SQLITE_NOTADB);
+    return true;
+}
+
+void SqliteStorage::requireWhole()
+{
+    SqliteStatement check(handle_, "PRAGMA quick_check(1)");
+    if (!check.step() || check.column(0).text != "ok")
+        handle_.raise(SQLITE_CORRUPT);
 }
 
 SqliteStatement& SqliteStorage::statement(const std::string& sql)
@@ -83,6 +102,7 @@ int SqliteStorage::fieldCount(int table) const
 
 quint64 SqliteStorage::changeCounter()
 {
+    handle_.requireJournalPlace();
     SqliteStatement& counter = statement("PRAGMA data_version");
     const StatementReset reset(counter);
     counter.step();
@@ -121,6 +141,7 @@ bool SqliteStorage::readRow(int table, qint64 id, PackedRow& row)
 
 void SqliteStorage::beginWrite()
 {
+    handle_.requireJournalPlace();
     handle_.execute("BEGIN IMMEDIATE");
 }
 
@@ -204,34 +225,67 @@ std::optional<ListState> SqliteStorage::listState()
 {
     if (!hasListTable_)
         return std::nullopt;
-    SqliteStatement state(handle_, "SELECT id, geracao FROM _lista");
-    if (!state.step())
-        return std::nullopt;
-    return ListState{std::string(state.column(0).text), state.column(1).integer};
+    SqliteStatement names(handle_, "SELECT id, geracao FROM _lista ORDER BY rowid");
+    const auto read = [&names] {
+        return SaleName{std::string(names.column(0).text), names.column(1).integer};
+    };
+    ListState state;
+    if (names.step()) {
+        state.sale = read();
+        if (names.step())
+            state.finished = read();
+    }
+    return state;
 }
 
-void SqliteStorage::setListGeneration(qint64 generation)
+void SqliteStorage::setListState(const ListState& list)
 {
-    SqliteStatement change(handle_, "UPDATE _lista SET geracao=?1");
-    change.bind(1, Cell::ofInteger(generation));
-    change.step();
+    handle_.execute("DELETE FROM _lista");
+    SqliteStatement& name = statement("INSERT INTO _lista(id, geracao) VALUES(?1, ?2)");
+    const auto write = [&name](const SaleName& sale) {
+        const StatementReset reset(name);
+        name.bind(1, Cell::ofText(sale.id));
+        name.bind(2, Cell::ofInteger(sale.generation));
+        name.step();
+    };
+    write(list.sale);
+    if (list.finished)
+        write(*list.finished);
 }
 
-std::optional<qint64> SqliteStorage::finishedGeneration(const std::string& list)
+void SqliteStorage::beginList()
+{
+    ListState list = listState().value_or(ListState());
+    list.sale = {QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString(), 0};
+    setListState(list);
+}
+
+void SqliteStorage::finishList()
+{
+    ListState list = listState().value_or(ListState());
+    list.finished = list.sale;
+    setListState(list);
+}
+
+bool SqliteStorage::isFinished(const SaleName& sale)
 {
     if (!hasMarkTable_)
-        return std::nullopt;
-    SqliteStatement mark(handle_, "SELECT geracao FROM _lista_concluida WHERE lista=?1");
-    mark.bind(1, Cell::ofText(list));
-    if (!mark.step())
-        return std::nullopt;
-    return mark.column(0).integer;
+        return false;
+    SqliteStatement mark(handle_, "SELECT 1 FROM _lista_concluida WHERE lista=?1 AND geracao=?2");
+    mark.bind(1, Cell::ofText(sale.id));
+    mark.bind(2, Cell::ofInteger(sale.generation));
+    return mark.step();
 }
 
 void SqliteStorage::markFinished(const ListState& list)
 {
+    if (list.finished) {
+        SqliteStatement former(handle_, "DELETE FROM _lista_concluida WHERE lista=?1");
+        former.bind(1, Cell::ofText(list.finished->id));
+        former.step();
+    }
     SqliteStatement mark(handle_, "INSERT OR REPLACE INTO _lista_concluida VALUES(?1, ?2)");
-    mark.bind(1, Cell::ofText(list.id));
-    mark.bind(2, Cell::ofInteger(list.generation));
+    mark.bind(1, Cell::ofText(list.sale.id));
+    mark.bind(2, Cell::ofInteger(list.sale.generation));
     mark.step();
 }

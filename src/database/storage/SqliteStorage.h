@@ -35,12 +35,19 @@ public:
 
     bool isList() const override { return hasListTable_; }
     std::optional<ListState> listState() override;
-    void setListGeneration(qint64 generation) override;
-    std::optional<qint64> finishedGeneration(const std::string& list) override;
+    void beginList() override;
+    void finishList() override;
+    bool isFinished(const SaleName& sale) override;
     void markFinished(const ListState& list) override;
+
+    // A check of the whole file by the engine; an error where it is damaged.
+    void requireWhole();
 
 private:
     void readSchema();
+    // Whether the file has the table; an error where it has another one of that name.
+    bool hasTable(const TableDefinition& table);
+    void setListState(const ListState& list);
     // Prepared once, kept for the next use.
     SqliteStatement& statement(const std::string& sql);
     const std::string& name(int table) const { return names_[static_cast<std::size_t>(table)]; }

@@ -16,11 +16,20 @@ public:
     using RuntimeError::RuntimeError;
 };
 
-// Tells one station's sale list from another's, and one state of it from the next.
-struct ListState
+// Names a sale, from its first line to its booking. The number serves files of former times, whose
+// lists kept one name for all their sales.
+struct SaleName
 {
     std::string id;
     qint64 generation = 0;
+    bool operator==(const SaleName&) const = default;
+};
+
+// What a sale list knows of itself.
+struct ListState
+{
+    SaleName sale;
+    std::optional<SaleName> finished; // the sale before it, booked and done with
 };
 
 // What recordsets ask of an engine, and nothing more, so that another engine can stand behind them.
@@ -60,10 +69,14 @@ public:
 
     // Whether the file is a sale list, not the shared file; asks nothing of the file.
     virtual bool isList() const = 0;
-    // Of a sale list, its own id and how many times it was written; nothing for every other file.
+    // Of a sale list; nothing for every other file.
     virtual std::optional<ListState> listState() = 0;
-    virtual void setListGeneration(qint64 generation) = 0;
-    // Of the shared file: the generation at which that list was last booked and done with.
-    virtual std::optional<qint64> finishedGeneration(const std::string& list) = 0;
+    // A sale begins with its first line: by a name that no copy of the file can have. It is done
+    // with.
+    virtual void beginList() = 0;
+    virtual void finishList() = 0;
+    // Of the shared file: whether it knows the sale as booked; and that it shall, and forget the
+    // sale before it.
+    virtual bool isFinished(const SaleName& sale) = 0;
     virtual void markFinished(const ListState& list) = 0;
 };
