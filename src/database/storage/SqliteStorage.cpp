@@ -19,6 +19,11 @@ std::string quoted(const std::string& name)
     return result + '"';
 }
 
+SaleName freshSale()
+{
+    return {QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString(), 0};
+}
+
 } // namespace
 
 SqliteStorage::SqliteStorage(const QString& path, const char* vfs)
@@ -256,14 +261,14 @@ void SqliteStorage::setListState(const ListState& list)
 void SqliteStorage::beginList()
 {
     ListState list = listState().value_or(ListState());
-    list.sale = {QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString(), 0};
+    list.sale = freshSale();
     setListState(list);
 }
 
 void SqliteStorage::finishList()
 {
     ListState list = listState().value_or(ListState());
-    list.finished = list.sale;
+    list.finished = std::exchange(list.sale, freshSale());
     setListState(list);
 }
 
