@@ -156,8 +156,8 @@ try {
     Text2.setText(document);
     MaskEdBox1.setText(document);
 } catch (const RuntimeError& error) {
-    // A row that is out of reach leaves its text in view.
-    if (error.number() == RuntimeError::NoCurrentRecord)
+    // A row that is out of reach leaves its text in view, an empty table its zeros.
+    if (error.number() == RuntimeError::NoCurrentRecord && Tabela1->RecordCount() != 0)
         LimpaCampos();
 }
 

@@ -103,15 +103,21 @@ protected:
     }
     // What another station stored in the row comes into view.
     void look() { current().fields = current().row->stored; }
-    void cancel()
+    // A row that was refused is read anew when it is left, or its edit given up.
+    void leave()
     {
-        if (state_ == State::Editing && isRefused_)
+        if (isRefused_)
             look();
         isRefused_ = false;
+    }
+    void cancel()
+    {
+        leave();
         state_ = State::Browsing;
     }
     void move(int button)
     {
+        leave();
         place_ = button == 10   ? std::max(0, place_ - 1)
                  : button == 11 ? std::min(last(), place_ + 1)
                  : button == 12 ? 0
@@ -120,6 +126,7 @@ protected:
     // The first row whose field holds the text; where none does the current one stays.
     void find(int field, const QString& text)
     {
+        leave();
         for (int i = 0; i <= last() && !text.contains(u'\''); ++i)
             if (shown_[static_cast<size_t>(i)].fields[field].contains(text, Qt::CaseInsensitive)) {
                 place_ = i;
@@ -128,6 +135,7 @@ protected:
     }
     bool remove()
     {
+        isRefused_ = false;
         Shown& now = current();
         for (int i = 0; i < now.fields.size(); ++i)
             if (!same(now.row->stored[i], now.fields[i])) {
@@ -283,6 +291,7 @@ void FirmsWalk::press(int button)
     if (!isOn)
         return;
     if (button == 0) {
+        leave();
         place_ = std::max(0, last());
         show();
         const int number = boxes_[9].right(7).toInt() + 1;
@@ -419,6 +428,7 @@ void DefectsWalk::press(int button)
     if (!isOn)
         return;
     if (button == 0) {
+        leave();
         boxes_ = Fields(4, u""_s);
         state_ = State::New;
     } else if (button == 1) {
