@@ -238,6 +238,11 @@ bands() {
 # click_row PATTERN TOP ROW [COUNT]: the row of the grid whose first row stands at TOP.
 click_row() { click_in "$1" $((120 * scale)) $(($2 + ($3 - 1) * row_height + row_height / 2)) "${4:-1}"; }
 row_height=$((21 * scale))
+# Where the first rows stand, which are not lit before one is chosen.
+first_client=$((86 * scale))
+first_part=$((106 * scale))
+first_of_catalogue=$((104 * scale))
+first_of_list=$((432 * scale))
 
 # answer TITLE KEY: a box, once it is up; the key ends it.
 answer() {

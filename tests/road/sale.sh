@@ -43,7 +43,7 @@ key Tab
 text correia
 arrive '^Buscar Peça - 2 '
 shot 02-found
-click_row '^Buscar Peça' "$(bands '^Buscar Peça')" 2
+click_row '^Buscar Peça' "$first_part" 2
 key alt+a
 arrive "$parts"
 shot 03-opened
@@ -55,7 +55,7 @@ open_sale() {
     arrive 'Usuario: Administrador'
     press_main Command1_10
     arrive "$sale"
-    catalogue=$(bands "$sale" | head -1)
+    catalogue=$first_of_catalogue
 }
 close_sale() {
     key alt+f
@@ -73,7 +73,7 @@ sell 4 1
 sell 2 3
 expect_list 'three lines stand in the list' '0000001 x2 5,00; 0000002 x3 2,40; 0000004 x1 15,00'
 shot 04-list
-click_row "$sale" "$(bands "$sale" | tail -1)" 3
+click_row "$sale" "$first_of_list" 3
 key Escape
 expect_list 'Esc takes a line out' '0000001 x2 5,00; 0000002 x3 2,40'
 

@@ -116,7 +116,7 @@ arrive "$main"
 press_main Command1_10
 arrive "$sale"
 take sale-empty "$sale"
-catalogue=$(bands "$sale" | head -1)
+catalogue=$first_of_catalogue
 for row in 1 2 3; do
     click_row "$sale" "$catalogue" "$row"
     if ((row == 2)); then
