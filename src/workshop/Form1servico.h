@@ -77,6 +77,7 @@ private:
     void backToSearch();
     void showNoOrders();
     void setLinesLocked(bool locked);
+    void fillTwin();
     void readDescriptions(std::vector<QString>& descriptions);
 
     const std::array<ComboBox*, Lines> combos_{&Combo1, &Combo2,  &Combo3, &Combo4,
