@@ -69,8 +69,8 @@ protected:
     Shown& current() { return shown_[static_cast<size_t>(place_)]; }
     int last() const { return static_cast<int>(shown_.size()) - 1; }
 
-    // Whether it was stored.
-    bool store(const Fields& typed)
+    // Whether it was stored. filled: the boxes as they were filled.
+    bool store(const Fields& typed, const Fields& filled)
     {
         if (state_ == State::New) {
             auto row = std::make_shared<Row>(Row{typed, false});
@@ -79,26 +79,25 @@ protected:
             place_ = last();
             return true;
         }
-        Shown& now = current();
-        Fields merged = now.row->stored;
-        for (int i = 0; i < typed.size(); ++i) {
-            const bool byOther = !same(now.row->stored[i], now.fields[i]);
-            if (byOther && now.fields[i].isNull() && typed[i].isEmpty())
-                continue; // shown as nothing and written as nothing
-            const bool byThis = !same(typed[i], now.fields[i]);
-            if (byOther && byThis && !same(typed[i], now.row->stored[i])) {
-                isRefused_ = true;
-                return false;
-            }
-            if (byThis)
-                merged[i] = typed[i];
-        }
-        for (int i = 0; i < typed.size(); ++i)
-            if (!(now.fields[i].isNull() && typed[i].isEmpty() &&
-                  !same(now.row->stored[i], now.fields[i])))
-                now.fields[i] = typed[i];
-        now.row->stored = merged;
+        const Fields before = current().fields;
+        Fields stored = current().row->stored;
+        Fields known = before;
         isRefused_ = false;
+        for (int i = 0; i < typed.size(); ++i) {
+            const bool byOther = !same(stored[i], before[i]);
+            // Shown as nothing and written as nothing is no change.
+            const bool isNothing = before[i].isNull() && typed[i].isEmpty();
+            if (byOther && (boxes_[i] == filled[i] || isNothing))
+                continue;
+            isRefused_ |= byOther && !same(typed[i], before[i]) && !same(typed[i], stored[i]);
+            if (!same(typed[i], before[i]))
+                stored[i] = typed[i];
+            known[i] = typed[i];
+        }
+        if (isRefused_)
+            return false;
+        current().row->stored = stored;
+        current().fields = known;
         return true;
     }
     // What another station stored in the row comes into view.
@@ -256,14 +255,14 @@ protected:
             return text;
         return isPhone ? number->second.first : number->second.second;
     }
-    void show()
+    Fields filled()
     {
-        boxes_ = Fields(10, u""_s);
+        Fields boxes(10, u""_s);
         for (int i = 0; i < 10; ++i)
-            boxes_[i] = !isEmpty() ? asShown(i, current().fields[i])
-                        : i == 9   ? u"0000000"_s
-                                   : u""_s;
+            boxes[i] = !isEmpty() ? asShown(i, current().fields[i]) : i == 9 ? u"0000000"_s : u""_s;
+        return boxes;
     }
+    void show() { boxes_ = filled(); }
     void browse()
     {
         state_ = State::Browsing;
@@ -298,7 +297,7 @@ void FirmsWalk::press(int button)
         boxes_ = Fields(9, u""_s) + Fields{QString::number(number).rightJustified(7, u'0')};
         state_ = State::New;
     } else if (button == 1) {
-        if (!store(boxes_))
+        if (!store(boxes_, filled()))
             return;
         browse();
         show();
@@ -436,7 +435,7 @@ void DefectsWalk::press(int button)
         for (int i = 0; i < 4; ++i)
             if (typed[i].isEmpty())
                 typed[i] = QString(i < 2 ? 7 : 23, u'*');
-        if (!store(typed))
+        if (!store(typed, isEmpty() ? boxes_ : texts(current().fields)))
             return;
         state_ = State::Browsing;
         onShow_ = place_;
