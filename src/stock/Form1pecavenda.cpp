@@ -1,11 +1,11 @@
 #include "Form1pecavenda.h"
 
-#include "EventTransactions.h"
 #include "Form1principal.h"
 #include "Format.h"
 #include "Funciones.h"
 #include "MsgBox.h"
 #include "Numbers.h"
+#include "OnePiece.h"
 #include "RecordForms.h"
 #include "RuntimeError.h"
 #include "Strings.h"
@@ -183,6 +183,7 @@ void Form1pecavenda::CarregaListaVenda()
     }
     MSFlexGrid2.setRows(MSFlexGrid2.Rows() - 1);
     FlagRecarga = 0;
+    litRow_ = 0;
     Text1(6).setText(u"1"_s);
     // A soft limit, and meant to be: a click in the catalogue opens "&Incluir" again.
     if (Tabela2->RecordCount() >= MaximumLines) {
@@ -191,14 +192,6 @@ void Form1pecavenda::CarregaListaVenda()
         MsgBox(
             u"Máximo 24 linhas no pedido,imprima está lista,limpe os itens da lista e continue a incluir."_s);
     }
-}
-
-void Form1pecavenda::showListAgain()
-try {
-    FlagRecarga = 1;
-    CarregaListaVenda();
-} catch (const RuntimeError&) {
-    // The file cannot be read either, as the user was just told.
 }
 
 // The current line of the list, into a row of its grid.
@@ -255,6 +248,8 @@ try {
     // Ends silently: the boxes stay as they were filled so far.
 }
 
+// The new row is added here and not before it, so that a line that cannot be stored leaves none
+// pending and can be tried again.
 void Form1pecavenda::GravaItemVenda()
 {
     const std::array<std::pair<QString, QString>, 7> fields{{
@@ -266,26 +261,31 @@ void Form1pecavenda::GravaItemVenda()
         {u"TOTAL"_s, Text1(5).text()},
         {u"NUMERO"_s, Text7.text()},
     }};
-    for (const auto& [name, text] : fields)
-        if (!text.isEmpty())
-            Tabela2->Fields(name) = text;
-    Tabela2->Update();
-    commitWrites(); // or the line is gone again, and the list is shown without it
+    inOnePiece({Conexao2}, [&fields] {
+        if (!Tabela2->eof())
+            Tabela2->MoveLast();
+        Tabela2->AddNew();
+        for (const auto& [name, text] : fields)
+            if (!text.isEmpty())
+                Tabela2->Fields(name) = text;
+        Tabela2->Update();
+    });
     CarregaListaVenda();
 }
 
 void Form1pecavenda::LimpaListaVenda()
 {
-    const int lines = Tabela2->RecordCount();
-    Tabela2->MoveFirst();
-    while (!Tabela2->eof()) {
-        showLine(MSFlexGrid2.Rows() - 1);
-        Tabela2->Delete();
-        MSFlexGrid2.setRows(MSFlexGrid2.Rows() + 1);
-        Tabela2->MoveNext();
-    }
-    MSFlexGrid2.setRows(MSFlexGrid2.Rows() - lines);
+    deleteLines();
     CarregaListaVenda();
+}
+
+// All of them, or the list stays as it is shown.
+void Form1pecavenda::deleteLines()
+{
+    inOnePiece({Conexao2}, [] {
+        for (Tabela2->MoveFirst(); !Tabela2->eof(); Tabela2->MoveNext())
+            Tabela2->Delete();
+    });
 }
 
 void Form1pecavenda::Text4_Change(int Index)
@@ -398,6 +398,7 @@ void Form1pecavenda::MSFlexGrid2_Click()
     Text6.setText(MSFlexGrid2.TextMatrix(row, 6));
     Text9.setText(MSFlexGrid2.TextMatrix(row, 5));
     Text11.setText(MSFlexGrid2.TextMatrix(row, 3));
+    litRow_ = 0; // from now on it is the clerk's own choice
 }
 
 void Form1pecavenda::Text6_Change()
@@ -415,20 +416,11 @@ void Form1pecavenda::MSFlexGrid2_KeyPress(int KeyAscii)
         return;
     Text6.setText({});
     Text6.setText(MSFlexGrid2.TextMatrix(MSFlexGrid2.Row(), 6));
+    inOnePiece({Conexao2}, [] { Tabela2->Delete(); });
     // Nobody sees what these two become: the reload writes both boxes anew.
-    const QString value = Text3.text();
-    const QString items = Text5.text();
-    Text3.setText(toText(Val(Text9.text()) - Val(value)));
-    Text5.setText(toText(Val(Text11.text()) - Val(items)));
-    try {
-        Tabela2->Delete();
-    } catch (const RuntimeError&) {
-        Text3.setText(value);
-        Text5.setText(items);
-        throw;
-    }
+    Text3.setText(toText(Val(Text9.text()) - Val(Text3.text())));
+    Text5.setText(toText(Val(Text11.text()) - Val(Text5.text())));
     FlagRecarga = 1;
-    commitWrites(); // or the line is back, and the list is shown with it
     CarregaListaVenda();
 }
 
@@ -437,21 +429,8 @@ void Form1pecavenda::Command1_Click(int Index)
     if (Index == 0) {
         Fechar();
     } else {
-        emptyList();
-    }
-}
-
-// By hand: all of it goes, or it is shown as it is.
-void Form1pecavenda::emptyList()
-{
-    try {
         LimpaListaVenda();
-    } catch (const RuntimeError&) {
-        showListAgain();
-        throw;
     }
-    if (!commitWrites())
-        showListAgain();
 }
 
 void Form1pecavenda::Fechar()
@@ -461,7 +440,7 @@ void Form1pecavenda::Fechar()
         if (MsgBox(u"A pedido(s) feito(s),caso saia todos serão excluidos!"_s, BoxButtons::YesNo,
                    BoxIcon::Question) != Answer::Yes)
             return;
-        emptyList();
+        LimpaListaVenda();
     }
     unload();
 }
@@ -483,22 +462,30 @@ void Form1pecavenda::Command2_Click(int Index)
 
 void Form1pecavenda::Incluir()
 {
-    if (!Tabela2->eof())
-        Tabela2->MoveLast();
     const QString number = nextCode(Text7.text());
-    const QString before = Text7.text();
-    Tabela2->AddNew();
+    Text7.setText(number);
+    FlagRecarga = 1;
     try {
-        Text7.setText(number);
-        FlagRecarga = 1;
         GravaItemVenda();
     } catch (const RuntimeError&) {
-        // A line that never entered the list leaves nothing pending, so that it can be tried again.
-        Tabela2->CancelUpdate();
-        if (Text7.text() == number && Tabela2->RecordCount() < Val(number))
-            Text7.setText(before);
+        // A line that did not enter the list has used no number.
+        Text7.setText(Format(Tabela2->RecordCount(), formats::Code));
         throw;
     }
+    lightLine(number);
+    Text4(1).SetFocus();
+}
+
+// The newest line of that number; Esc takes it out again, but paper still begins at the first line.
+void Form1pecavenda::lightLine(const QString& number)
+{
+    int row = MSFlexGrid2.Rows() - 1;
+    while (row > 0 && (MSFlexGrid2.TextMatrix(row, 6) != number ||
+                       MSFlexGrid2.TextMatrix(row, 0) != Text1(0).text()))
+        --row;
+    if (row > 0)
+        MSFlexGrid2.setRow(row);
+    litRow_ = row;
 }
 
 void Form1pecavenda::Oficina()

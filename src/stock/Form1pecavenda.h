@@ -2,6 +2,7 @@
 
 #include "CommonDialog.h"
 #include "Controls.h"
+#include "RuntimeError.h"
 #include "SubstringIndex.h"
 
 #include <QString>
@@ -82,14 +83,14 @@ private:
 
     void Incluir();
     void Fechar();
-    void emptyList();
+    void deleteLines();
     void Oficina();
     void search(const QString& text, const QString& selectWhere);
     void showLine(int row);
+    void lightLine(const QString& number);
     void finishWriteOff();
-    void showListAgain();
-    void showAllAgain();
     void printLines();
+    std::optional<RuntimeError> writeOffLines();
     void writeOffLine();
     void orderWhatRanOut();
     void addOrder();
@@ -103,8 +104,10 @@ private:
     QString DescricaoPeca;
     QString DescricaoPedido; // what the last look-up found that found anything
 
-    // The orders as this load found them, for the look-up of a whole catalogue.
     bool isBooking_ = false;
+    // The row of the list that was lit for the clerk, who did not choose it; 0 for none.
+    int litRow_ = 0;
+    // The orders as this load found them, for the look-up of a whole catalogue.
     std::vector<QString> orders_;
     std::optional<SubstringIndex> orderIndex_;
     // Descriptions passed since DescricaoPedido was last brought up to date.

@@ -24,6 +24,8 @@ void Form1pecavenda::ImprimeVenda()
 try {
     readSheetCompany();
     CommonDialog1.ShowPrinter(u"Venda de peças"_s);
+    if (litRow_ != 0 && MSFlexGrid2.Row() == litRow_)
+        MSFlexGrid2.setRow(1);
 
     Printer& printer = Printer::instance();
     printListHead(printer, u"Data venda: "_s + dateTimeText(Clock::now()));

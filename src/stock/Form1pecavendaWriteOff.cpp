@@ -5,6 +5,7 @@
 #include "EventTransactions.h"
 #include "Funciones.h"
 #include "Numbers.h"
+#include "OnePiece.h"
 #include "RecordForms.h"
 #include "RuntimeError.h"
 #include "Strings.h"
@@ -29,44 +30,60 @@ void Form1pecavenda::BaixaEstoque()
 try {
     const QScopedValueRollback booking(isBooking_, true);
     AbreBanco5();
-    Tabela5->Open(u"SELECT * FROM MOVIMENTO order by codigo"_s, Conexao5.shared(),
-                  CursorType::Static, LockType::Optimistic);
+    openStatic(Tabela5, Conexao5, u"SELECT * FROM MOVIMENTO order by codigo"_s);
+    // Before anything is booked: a list that cannot be emptied would be booked once more.
+    takeWriteLocks({Conexao5, Conexao2});
+    std::optional<RuntimeError> failure;
+    inOnePiece({Conexao5, Conexao2}, [&] {
+        failure = writeOffLines();
+        if (!failure && Tabela2->RecordCount() == QuantidadeItens)
+            deleteLines();
+    });
+    if (failure)
+        throw *failure;
+    // Shown only now, when nothing is left to be stored that could take it back.
+    FlagRecarga = 2;
+    CarregaCatalogo();
+    CarregaListaVenda();
+    FechaBanco5();
+} catch (const RuntimeError&) {
+    // The catalogue does not stand on the part of this code any more: a second try looks it up.
+    Text2.setText({});
+    throw;
+}
+
+// Where one fails, those before it stay booked.
+std::optional<RuntimeError> Form1pecavenda::writeOffLines()
+try {
     Tabela2->MoveFirst();
     QuantidadeItens = Tabela2->RecordCount();
     for (EstoqueAtual = 1; EstoqueAtual <= QuantidadeItens; ++EstoqueAtual) {
         writeOffLine();
         Tabela2->MoveNext();
     }
-    FlagRecarga = 2;
-    CarregaCatalogo();
-    if (Tabela2->RecordCount() == QuantidadeItens)
-        LimpaListaVenda();
-    FechaBanco5();
-} catch (const RuntimeError&) {
-    // The catalogue does not stand on the part of this code any more: a second try looks it up.
-    Text2.setText({});
-    if (writesAreUndone())
-        showAllAgain();
-    throw;
+    return std::nullopt;
+} catch (const RuntimeError& error) {
+    return error;
 }
 
 // The booking is durable, or everything is shown as it was before it.
 void Form1pecavenda::finishWriteOff()
 {
     PedidoAutomatico();
-    if (!commitWrites())
-        showAllAgain();
-}
-
-void Form1pecavenda::showAllAgain()
-{
+    if (commitWrites())
+        return;
     Text2.setText({});
-    showListAgain();
+    try {
+        FlagRecarga = 1;
+        CarregaListaVenda();
+    } catch (const RuntimeError&) {
+        // The file cannot be read either, as the user was just told.
+    }
     FlagRecarga = 2;
-    CarregaCatalogo(); // which ends silently
+    CarregaCatalogo();
 }
 
-// The stock goes into the buffer first, then the cash row is written, then the stock row.
+// A line is one piece: a failure keeps the lines before it, and nothing of its own.
 void Form1pecavenda::writeOffLine()
 {
     // The Change event looks the part up. A code that stands there already, as in a second line of
@@ -77,18 +94,21 @@ void Form1pecavenda::writeOffLine()
     // Below 0 and by Val: nothing compares the quantity with the stock, and a text that is no
     // number counts up to its first foreign character.
     Text8.setText(toText(Val(Text11.text()) - Val(Text9.text())));
-    // What another station stored meanwhile is written over.
-    Tabela1->retakeVersion();
-    Tabela1->Fields(u"ESTOQUE"_s) = Text8.text();
+    inOnePiece({Conexao1}, [this] {
+        // What another station stored in it meanwhile is written over; a part that is gone books
+        // nothing.
+        Tabela1->retakeVersion();
+        Tabela1->Fields(u"ESTOQUE"_s) = Text8.text();
 
-    Tabela5->AddNew();
-    Tabela5->Fields(0) = Tabela2->Fields(u"CODIGO"_s).value();
-    Tabela5->Fields(1) = Tabela2->Fields(u"DESCRICAO"_s).value();
-    Tabela5->Fields(2) = Tabela2->Fields(u"QUANTIDADE"_s).value();
-    Tabela5->Fields(3) = Tabela2->Fields(u"TOTAL"_s).value();
-    Tabela5->Fields(4) = dateText(Clock::today());
-    Tabela5->Update();
-    Tabela1->Update();
+        Tabela5->AddNew();
+        Tabela5->Fields(0) = Tabela2->Fields(u"CODIGO"_s).value();
+        Tabela5->Fields(1) = Tabela2->Fields(u"DESCRICAO"_s).value();
+        Tabela5->Fields(2) = Tabela2->Fields(u"QUANTIDADE"_s).value();
+        Tabela5->Fields(3) = Tabela2->Fields(u"TOTAL"_s).value();
+        Tabela5->Fields(4) = dateText(Clock::today());
+        Tabela5->Update();
+        Tabela1->Update();
+    });
 }
 
 void Form1pecavenda::Text13_Change()
@@ -142,19 +162,18 @@ void Form1pecavenda::addOrder()
         Tabela3->MoveLast();
         Text12.setText(Tabela3->Fields(3).textOrEmpty());
     }
-    Tabela3->AddNew();
-    try {
-        Text12.setText(nextCode(Text12.text()));
-        Tabela3->Fields(u"CODIGO"_s) = Text12.text();
+    const QString code = nextCode(Text12.text());
+    Text12.setText(code);
+    // In a piece, or a failure would leave a row pending in the way of all later orders.
+    inOnePiece({Conexao3}, [this, &code] {
+        Tabela3->AddNew();
+        Tabela3->Fields(u"CODIGO"_s) = code;
         Tabela3->Fields(u"DATAPEDIDO"_s) = dateText(Clock::today());
         if (!DescricaoPeca.isEmpty())
             Tabela3->Fields(u"DESCRICAO"_s) = DescricaoPeca;
         Tabela3->Fields(u"QUANTIDADE"_s) = u"p.EST"_s;
         Tabela3->Update();
-    } catch (const RuntimeError&) {
-        Tabela3->CancelUpdate(); // else no later write-off could order anything
-        throw;
-    }
+    });
 }
 
 // Whether the part in hand has the description that the last look-up found. Its own look-up may

@@ -2,6 +2,7 @@
 #include "StockTest.h"
 
 #include <QFile>
+#include <QWidget>
 
 namespace {
 
@@ -35,7 +36,7 @@ TEST_F(SaleTest, OnlyAClickMakesAPartSaleable)
     press(sale().MSFlexGrid1, Qt::Key_Return);
     EXPECT_EQ(sale().Text1(3).text(), u"Diode"_s);
     EXPECT_EQ(state(), u" / 0 locked"_s);
-    click(sale().MSFlexGrid1, 2);
+    press(sale().MSFlexGrid1, Qt::Key_Space); // which is a click
     EXPECT_EQ(state(), u"0 / 0"_s);
     type(sale().Text1(6), {});
     EXPECT_EQ(state(), u" / 0"_s);
@@ -61,6 +62,27 @@ TEST_F(SaleTest, LinesStandInCodeOrderAndTotalsFollow)
                                    u"0000003|A1|1|Null|0,00|0,00|0000003"_s}));
     EXPECT_EQ(sale().Text3.text(), u"3.706,18"_s);
     EXPECT_EQ(sale().Text5.text(), u"5"_s);
+}
+
+TEST_F(SaleTest, NewLineIsLitAndTheSearchWaitsForTheNext)
+{
+    openSale();
+    const int litAfter[] = {1, 2, 1};
+    const int sold[] = {2, 3, 1};
+    for (int i = 0; i < 3; ++i) {
+        sell(sold[i]);
+        EXPECT_EQ(sale().MSFlexGrid2.Row(), litAfter[i]);
+        EXPECT_EQ(sale().window()->focusWidget(), sale().Text4(1).widget());
+    }
+    press(sale().MSFlexGrid2, Qt::Key_Escape); // takes the lit one
+    EXPECT_EQ(lines(), (QStringList{u"0000001|0000002|1|1234,56"_s, u"0000002|0000003|1|0,00"_s}));
+    // Of two lines with one number the new one.
+    sell(1);
+    sale().MSFlexGrid2.setRow(2);
+    press(sale().MSFlexGrid2, Qt::Key_Escape);
+    sell(1);
+    EXPECT_EQ(list()[0].right(7), u"0000003"_s);
+    EXPECT_EQ(sale().MSFlexGrid2.Row(), 2);
 }
 
 TEST_F(SaleTest, ListLeftBehindComesBackWithItsTotals)

@@ -137,6 +137,7 @@ public:
 
     // Takes the stored version of the current row anew, keeping what this recordset shows: the next
     // Update then writes over what others stored since. Only the write-off of stock asks for it.
+    // Error -2147217864 where another deleted it.
     void retakeVersion();
 
     // The current row as it lies in the file, by the version that the next Update asks for,

@@ -112,8 +112,11 @@ void Recordset::retakeVersion()
 {
     State& state = open();
     state.requireRow();
-    if (state.pending != State::Pending::NewRow)
-        state.takeVersion();
+    if (state.pending == State::Pending::NewRow)
+        return;
+    state.takeVersion();
+    if (state.version().isNull())
+        throw RuntimeError(RuntimeError::RowChanged);
 }
 
 std::vector<Value> Recordset::storedValues() const
