@@ -224,14 +224,14 @@ click_in() {
     pause
 }
 
-# bands PATTERN: the upper edges of the first rows of the window's grids, from the top. Nothing else
-# at the left is so high and has the colours of rows, plain, shaded or lit.
+# bands PATTERN: the upper edges of the rows that are lit in the window's grids, from the top. The
+# frame of the focus has the same colour, and is thinner.
 bands() {
     import -window "$(window "$1")" -crop "1x2000+$((14 * scale))+0" +repage -depth 8 txt:- |
-        awk -F'[,:]' -v high=$((60 * scale)) 'toupper($0) ~ /#(FFFFFF|F1F5FA|2B6CB0)/ {
+        awk -F'[,:]' 'toupper($0) ~ /#2B6CB0/ {
             if ($2 != last + 1) first = $2
             last = $2
-            if (last - first == high) print first
+            if (last - first == 9) print first
         }'
 }
 
