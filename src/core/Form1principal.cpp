@@ -16,23 +16,9 @@ using namespace Funciones;
 
 namespace {
 
-void showNotReady()
-{
-    MsgBox(u"Esta parte do programa ainda não está pronta nesta versão."_s);
-}
-
-bool isReady(const QString& formName)
-{
-    if (FormRegistry::instance().knows(formName))
-        return true;
-    showNotReady();
-    return false;
-}
-
 void openForm(const QString& formName, ShowStyle style)
 {
-    if (isReady(formName))
-        FormRegistry::instance().get(formName).show(style);
+    FormRegistry::instance().get(formName).show(style);
 }
 
 // The words beside a picture button are dimmed with it, whoever turns it off.
@@ -215,8 +201,6 @@ void Form1principal::Command1_Click(int Index)
 // The form that opens puts its own text into the panel.
 void Form1principal::openWithStatus(const QString& formName)
 {
-    if (!isReady(formName))
-        return;
     StatusBar1.setPanel(2, u"Aguarde processando"_s);
     openForm(formName, ShowStyle::Modal);
 }
@@ -225,8 +209,6 @@ void Form1principal::Command2_Click(int Index)
 {
     // The third box searches by telephone, the fourth box of the dialog.
     const int target = Index == 2 ? 3 : Index;
-    if (!isReady(u"Buscacli"_s))
-        return;
     Form& search = FormRegistry::instance().get(u"Buscacli"_s);
     // The change of the box runs the search; an empty text goes over, too.
     if (Control* box = search.control(u"Text1"_s, target))

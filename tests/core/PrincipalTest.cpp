@@ -51,11 +51,6 @@ protected:
                   u"Sair do Sistema"_s);
     }
 
-    void expectNotReady()
-    {
-        expectBox(u"Esta parte do programa ainda não está pronta nesta versão."_s);
-    }
-
     QStringList notes_;
 };
 
@@ -112,27 +107,49 @@ TEST_F(Principal, FrameClosesTheFormsInOrderAndAsksNothing)
     EXPECT_TRUE(ends().empty());
 }
 
-TEST_F(Principal, ButtonsTellThatTheyWorkAndEntriesDoNot)
+TEST_F(Principal, EachButtonAndEntryOpensItsForm)
 {
-    know(u"Form1Cli"_s);
+    const std::pair<int, QString> buttons[] = {
+        {0, u"Form1Cli"_s},        {1, u"Form1For"_s},        {2, u"Form1Pec"_s},
+        {3, u"Form1pedido"_s},     {4, u"Form1manutencao"_s}, {6, u"Form1Configurar"_s},
+        {10, u"Form1pecavenda"_s}, {12, u"Form1servico"_s},   {14, u"Form1Defeitos"_s},
+        {15, u"Form1relatorio"_s}, {8, u"Buscacli"_s},        {9, u"Buscafornecedor"_s},
+        {11, u"Form1pecabusca"_s},
+    };
+    const std::pair<Menu&, QString> entries[] = {
+        {principal().mnucliente, u"Form1Cli"_s},
+        {principal().mnufornecedor, u"Form1For"_s},
+        {principal().mnupecacess, u"Form1Pec"_s},
+        {principal().mnupecas, u"Form1pedido"_s},
+        {principal().mnumanutencao, u"Form1manutencao"_s},
+        {principal().mnuconfigura, u"Form1Configurar"_s},
+        {principal().mnurelatorio, u"Form1relatorio"_s},
+        {principal().mnusobre, u"frmAbout"_s},
+        {principal().mnubuscacli, u"Buscacli"_s},
+        {principal().mnubuscafor, u"Buscafornecedor"_s},
+        {principal().mnupec, u"Form1pecabusca"_s},
+    };
     principal().show();
     const QString idle = principal().StatusBar1.panel(2);
-    principal().Command1(0).setEnabled(true);
-    principal().mnucliente.setEnabled(true);
-    click(principal().mnucliente);
-    click(principal().Command1(0));
-    EXPECT_EQ(notes_.join(u", "_s), u"load %1, unload Form1Cli, load Aguarde processando, "
-                                    "unload Form1Cli"_s.arg(idle));
-}
-
-TEST_F(Principal, PartNotYetThereSaysSoAndLeavesThePanel)
-{
-    principal().show();
-    const QString idle = principal().StatusBar1.panel(2);
-    principal().Command1(1).setEnabled(true);
-    expectNotReady();
-    click(principal().Command1(1));
-    EXPECT_EQ(principal().StatusBar1.panel(2), idle);
+    const auto expectOpened = [&](const QString& name, const QString& panel) {
+        FormRegistry::instance().unload(name); // one that is not modal still stands
+        EXPECT_EQ(notes_, (QStringList{u"load "_s + panel, u"unload "_s + name}));
+        notes_.clear();
+        principal().StatusBar1.setPanel(2, idle);
+    };
+    for (const auto& [index, name] : buttons) {
+        know(name);
+        principal().Command1(index).setEnabled(true);
+        click(principal().Command1(index));
+        const bool isSearch = index == 8 || index == 9 || index == 11;
+        expectOpened(name, isSearch ? idle : u"Aguarde processando"_s);
+    }
+    know(u"frmAbout"_s);
+    for (const auto& [entry, name] : entries) {
+        entry.setEnabled(true);
+        click(entry);
+        expectOpened(name, idle);
+    }
 }
 
 TEST_F(Principal, QuickSearchHandsItsTextOver)
