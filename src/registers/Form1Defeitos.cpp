@@ -137,17 +137,21 @@ try {
 
 void Form1Defeitos::ExcluiDefeito()
 try {
-    inOnePiece({Conexao1}, [] { Tabela1->Delete(); });
-    Tabela1->MovePrevious();
-    if (Tabela1->bof())
-        Tabela1->MoveNext();
-    Modo = 1;
-    MontaGrid();
+    try {
+        inOnePiece({Conexao1}, [] { Tabela1->Delete(); });
+        Tabela1->MovePrevious();
+        if (Tabela1->bof())
+            Tabela1->MoveNext();
+        Modo = 1;
+        MontaGrid();
+    } catch (const RuntimeError&) {
+        // What another station wrote comes into view; asked for again, the entry goes.
+        refillGrid(MSFlexGrid1, Tabela1, columns());
+    }
     MostraDefeito();
     AtualizaContagem(); // switches the navigation off where that was the last entry
 } catch (const RuntimeError&) {
-    // What another station wrote comes into view; asked for again, the entry goes.
-    MostraDefeito();
+    // Ends silently.
 }
 
 void Form1Defeitos::SalvaDefeito()

@@ -176,14 +176,17 @@ try {
 
 void Form1For::ExcluiFornecedor()
 try {
-    inOnePiece({Conexao1}, [] { Tabela1->Delete(); });
-    Tabela1->MovePrevious();
-    if (Tabela1->bof())
-        Tabela1->MoveNext();
+    try {
+        inOnePiece({Conexao1}, [] { Tabela1->Delete(); });
+        Tabela1->MovePrevious();
+        if (Tabela1->bof())
+            Tabela1->MoveNext();
+    } catch (const RuntimeError&) {
+        // What another station wrote comes into view; asked for again, the firm goes.
+    }
     AtualizaContagem();
 } catch (const RuntimeError&) {
-    // What another station wrote comes into view; asked for again, the firm goes.
-    MostraFornecedor();
+    // Ends silently.
 }
 
 void Form1For::AtualizaContagem()
@@ -279,7 +282,6 @@ void Form1For::Cancela()
     backToBrowsing();
     Tabela1->CancelUpdate();
     AtualizaContagem();
-    Modo = 0;
 }
 
 void Form1For::backToBrowsing()

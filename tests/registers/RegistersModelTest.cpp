@@ -449,10 +449,9 @@ void DefectsWalk::press(int button)
         state_ = State::Browsing;
         if (answer == Answer::No)
             return;
-        if (remove()) {
+        if (remove())
             place_ = std::max(0, last());
-            fillGrid();
-        }
+        fillGrid();
         show();
     } else if (button == 9) {
         cancel();

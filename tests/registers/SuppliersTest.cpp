@@ -286,6 +286,44 @@ TEST_F(SuppliersTest, BothStationsOnOneFirm)
     EXPECT_EQ(enabledOf(firm().Command1), u"0 8"_s);
 }
 
+// Nothing of it is stored; once it is given up or asked to go, the next one is there.
+TEST_F(SuppliersTest, WhatAnotherStationDeletedIsGoneInBothRegisters)
+{
+    for (const int end : {9, 3}) {
+        for (const QString& other : {u"Beta"_s, QString()}) {
+            mainSql(u"DELETE FROM FORNECEDOR; DELETE FROM DEFEITO"_s);
+            addFirm(u"0000001"_s, u"Alfa"_s);
+            addDefect(u"Alfa"_s);
+            if (!other.isNull()) {
+                addFirm(u"0000002"_s, other);
+                addDefect(other);
+            }
+            firm().show();
+            press(2);
+            mainSql(u"DELETE FROM FORNECEDOR WHERE NOMEEMPRESA = 'Alfa'"_s);
+            type(firm().Text1(0), u"Typed"_s);
+            press(1);
+            end == 3 ? removeFirm() : press(end);
+            EXPECT_EQ(firm().Text1(0).text(), other);
+            EXPECT_EQ(enabledOf(firm().Command1), other.isNull() ? u"0 8"_s : Browsing);
+            EXPECT_EQ(firms().size(), other.isNull() ? 0 : 1);
+            firm().unload();
+
+            defect().show();
+            click(defect().Command1(2));
+            mainSql(u"DELETE FROM DEFEITO WHERE MARCA = 'Alfa'"_s);
+            type(defect().Text2(0), u"Typed"_s);
+            click(defect().Command1(1));
+            end == 3 ? removeDefect() : click(defect().Command1(end));
+            EXPECT_EQ(defect().Text2(0).text(), other);
+            EXPECT_EQ(enabledOf(defect().Command1),
+                      other.isNull() ? u"0 8"_s : u"0 2 8 10 11 12 13"_s);
+            EXPECT_EQ(defects().size(), other.isNull() ? 0 : 1);
+            defect().unload();
+        }
+    }
+}
+
 TEST_F(SuppliersTest, MissingDatabaseShowsItsBoxesAndTheFormCanBeLeft)
 {
     setIni(u"Local"_s, u"Caminho"_s, folder() + u"/none.mdb"_s);
