@@ -63,6 +63,36 @@ Row partFor(const Job& job, const TableRows& parts, SampleWords& words)
     return anyOf(fitting, words);
 }
 
+constexpr int Lines = 11;
+
+// The twin of a finished order as the bench leaves it: a line for each part, the others empty.
+Row appliedParts(const QString& code, const QString& person, const Row& part, int number,
+                 const TableRows& parts)
+{
+    struct Applied
+    {
+        const Row& part;
+        int quantity;
+    };
+    std::vector<Applied> applied{{part, 1}};
+    // Small parts that went in as well, without another draw.
+    const auto any = [&](int step) -> const Row& {
+        return parts.rows[static_cast<std::size_t>(number * step) % parts.rows.size()];
+    };
+    if (number % 3 == 0)
+        applied.push_back({any(7), 1 + number % 4});
+    if (number % 6 == 0)
+        applied.push_back({any(11), 2});
+    Row twin{code, person};
+    for (const Applied& line : applied)
+        twin.insert(twin.end(),
+                    {line.part[Code], line.part[Description], QString::number(line.quantity),
+                     Format(line.part[Price], formats::Money)});
+    for (std::size_t line = applied.size(); line < Lines; ++line)
+        twin.insert(twin.end(), {u""_s, u""_s, u""_s, u"0,00"_s});
+    return twin;
+}
+
 Value::Money times(int quantity, const Value& price)
 {
     return {quantity * std::get<Value::Money>(price.data()).tenThousandths};
@@ -113,13 +143,9 @@ std::vector<TableRows> sampleOrders(SampleWords& words, const TableRows& parts)
              delivered || words.below(2) == 0,
              false,
              u"Prateleira %1"_s.arg(1 + words.below(12))});
-        Row twin{code, person};
-        if (delivered) {
-            const Row part = partFor(job, parts, words);
-            twin.insert(twin.end(), {part[Code], part[Description], u"1"_s,
-                                     Format(part[Price], formats::Money)});
-        }
-        twins.rows.push_back(std::move(twin));
+        twins.rows.push_back(
+            delivered ? appliedParts(code, person, partFor(job, parts, words), number, parts)
+                      : Row{code, person});
     }
     for (int sale = 0; sale < 40; ++sale) {
         const Row& part = anyOf(parts.rows, words);
