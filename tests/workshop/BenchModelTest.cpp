@@ -1,0 +1,551 @@
+#include "BenchTest.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <set>
+
+namespace {
+
+// The bench beside a naive model of it, at random: keys, clicks, parts picked, saves, and another
+// station's writes; after each step boxes, buttons, grid and both tables are compared. A fault is
+// as good as any other end, where the model has it too. A longer walk:
+//   VORBELO_MODEL_STEPS=20000 VORBELO_MODEL_SEED=7 test_workshop --gtest_filter='BenchWalk*'
+class BenchWalk : public BenchTest
+{
+protected:
+    // --- the model
+
+    struct Fault
+    {
+    };
+    using Fields = std::vector<QString>; // a Null is the null text
+    struct Row
+    {
+        Fields stored;
+        bool isGone = false;
+    };
+    struct Shown
+    {
+        std::shared_ptr<Row> row;
+        Fields fields; // as the recordset has them
+    };
+    struct View
+    {
+        std::vector<Shown> rows;
+        int place = -1;
+        bool has() const { return place >= 0 && place < static_cast<int>(rows.size()); }
+        Shown& current()
+        {
+            if (!has())
+                throw Fault();
+            return rows[static_cast<size_t>(place)];
+        }
+        // The first row whose field holds the text; past the end where none does.
+        void find(size_t field, const QString& text)
+        {
+            if (rows.empty() || text.contains(u'\''))
+                throw Fault();
+            place = 0;
+            while (has() && !current().fields[field].contains(text, Qt::CaseInsensitive))
+                ++place;
+        }
+    };
+    using Table = std::vector<std::shared_ptr<Row>>;
+
+    // numero, Nome, telefone, marca, servicoexecutado, and the flags
+    static constexpr size_t Service = 4, FirstFlag = 5, OrderFields = 8;
+    static constexpr size_t TwinFields = 46, PartFields = 4;
+    const QStringList orderNames_{
+        u"numero"_s,           u"Nome"_s,   u"telefone"_s, u"marca"_s,
+        u"servicoexecutado"_s, u"pronto"_s, u"retorno"_s,  u"naotempeca"_s};
+    const QStringList partNames_{u"CODIGO"_s, u"DESCRICAO"_s, u"VALOR"_s, u"EQUIVALENTE"_s};
+
+    Table orders_, twins_, parts_;
+    View Tabela1, Tabela3, Tabela4;
+    std::vector<QString> text_ = std::vector<QString>(38);
+    std::vector<QString> description_ = std::vector<QString>(12);
+    std::vector<int> chosen_ = std::vector<int>(12, -1);
+    std::vector<int> flag_ = std::vector<int>(4);
+    QString text3_, text4_;
+    int line_ = 0;
+    QStringList grid_;
+    bool gridVisible_ = false;
+    bool isEditing_ = false;
+    bool canEdit_ = false;
+    std::vector<QString> entries_;
+
+    static View viewOf(const Table& table, size_t order)
+    {
+        View view;
+        for (const auto& row : table)
+            if (!row->isGone)
+                view.rows.push_back({row, row->stored});
+        std::stable_sort(view.rows.begin(), view.rows.end(), [order](const auto& l, const auto& r) {
+            return l.fields[order].toLower() < r.fields[order].toLower();
+        });
+        view.place = view.rows.empty() ? -1 : 0;
+        return view;
+    }
+    static QString money(const QString& text)
+    {
+        if (text.isNull())
+            return u"0,00"_s;
+        static const std::set<QString> Numbers{u"5"_s, u"05"_s, u"7"_s, u"0000005"_s};
+        if (Numbers.contains(text))
+            return text.right(1) + u",00"_s;
+        return text == u"1234,5"_s ? u"1.234,50"_s : text;
+    }
+
+    void set(int box, const QString& text)
+    {
+        const QString clean = text.isNull() ? u""_s : text;
+        if (text_[static_cast<size_t>(box)] == clean)
+            return;
+        text_[static_cast<size_t>(box)] = clean;
+        changed(box);
+    }
+    void setDescription(int line, const QString& text)
+    {
+        description_[static_cast<size_t>(line)] = text.isNull() ? u""_s : text;
+        chosen_[static_cast<size_t>(line)] = -1;
+    }
+    void clearAll()
+    {
+        for (int box = 1; box <= 37; ++box)
+            set(box, {});
+        for (int line = 1; line <= 11; ++line)
+            setDescription(line, {});
+    }
+    void changed(int box)
+    {
+        if (text_[static_cast<size_t>(box)] != text_[0])
+            return;
+        if (text_[0].isEmpty()) {
+            gridVisible_ = false;
+            setText3({});
+            clearAll();
+            canEdit_ = false;
+            grid_.clear();
+            return;
+        }
+        Tabela1 = {};
+        grid_.clear();
+        for (const auto& row : orders_)
+            if (!row->isGone && row->stored[0].contains(text_[0])) {
+                Tabela1.rows.push_back({row, row->stored});
+                QStringList cells;
+                for (const size_t field : {0, 1, 3, 2})
+                    cells << row->stored[field];
+                grid_ << cells.join(u'|');
+            }
+        Tabela1.place = static_cast<int>(Tabela1.rows.size()) - 1;
+        gridVisible_ = canEdit_ = Tabela1.has();
+    }
+    void setText3(const QString& text)
+    {
+        if (text3_ == text)
+            return;
+        text3_ = text;
+        clearAll();
+        if (text.isEmpty())
+            return;
+        if (!Tabela4.rows.empty())
+            Tabela4.find(0, text);
+        if (!Tabela4.has()) {
+            Tabela4 = viewOf(twins_, 0);
+            Tabela4.find(0, text);
+        }
+        Tabela1.find(0, text);
+        if (Tabela4.has()) {
+            const Fields twin = Tabela4.current().fields;
+            for (int line = 1; line <= 11; ++line) {
+                const auto first = static_cast<size_t>(2 + 4 * (line - 1));
+                set(26 + line, twin[first]);
+                setDescription(line, twin[first + 1]);
+                set(14 + line, twin[first + 2]);
+                set(3 + line, money(twin[first + 3]));
+            }
+        }
+        showOrder();
+    }
+    void showOrder()
+    try {
+        const auto field = [this](size_t number) { return Tabela1.current().fields[number]; };
+        set(1, field(0));
+        set(2, field(1));
+        set(26, field(Service));
+        const QString phone = field(2);
+        set(3, phone == u"1932324410"_s ? u"(19)3232-4410"_s : phone);
+        for (const size_t flag : {0, 1, 3})
+            flag_[flag] = field(FirstFlag + (flag == 3 ? 2 : flag)) != u"0"_s;
+    } catch (const Fault&) {
+        // The bench ends silently here.
+    }
+    void pickModel(int line, int entry)
+    {
+        const auto at = static_cast<size_t>(line);
+        if (chosen_[at] == entry)
+            return;
+        const auto count = static_cast<int>(entries_.size());
+        description_[at] =
+            entries_[static_cast<size_t>(entry < count ? entry : 2 * count - 1 - entry)];
+        chosen_[at] = entry;
+        line_ = line;
+        if (text4_ != description_[at]) {
+            text4_ = description_[at];
+            Tabela3.find(1, text4_);
+            fillLine();
+        }
+        fillLine();
+    }
+    void fillLine()
+    {
+        const Fields part = Tabela3.current().fields;
+        set(26 + line_, part[0]);
+        set(14 + line_, part[3]);
+        set(3 + line_, part[2]);
+    }
+
+    static bool same(const QString& left, const QString& right)
+    {
+        return left == right && left.isNull() == right.isNull();
+    }
+    // What becomes of one field: the row as it is stored after it, and as the recordset has it.
+    static void merge(Shown& row, size_t field, const QString& now, const QString& asShown)
+    {
+        QString& before = row.fields[field];
+        QString& stored = row.row->stored[field];
+        const bool byOther = !same(stored, before);
+        if (byOther && now == asShown)
+            return; // left alone here
+        const bool nothing = now.isEmpty() || now == u"0"_s || now == u"0,00"_s;
+        if (byOther && before.isNull() && nothing)
+            return;
+        if (byOther && !same(now, before) && !same(now, stored))
+            throw Fault();
+        if (!same(now, before))
+            stored = before = now;
+    }
+    void save()
+    {
+        Shown& order = Tabela1.current();
+        Shown& twin = Tabela4.current();
+        if (order.row->isGone || twin.row->isGone)
+            throw Fault();
+        const std::vector<std::shared_ptr<Row>> rows{order.row, twin.row};
+        const std::vector<Row> before{*order.row, *twin.row};
+        try {
+            const QString service = order.fields[Service];
+            merge(order, Service, text_[26], service.isNull() ? u""_s : service);
+            for (size_t line = 1; line <= 11; ++line) {
+                const size_t first = 2 + 4 * (line - 1);
+                const auto shown = [&](size_t field) {
+                    const QString& text = twin.fields[field];
+                    return text.isNull() ? u""_s : text;
+                };
+                merge(twin, first, text_[26 + line], shown(first));
+                merge(twin, first + 1, description_[line], shown(first + 1));
+                merge(twin, first + 2, text_[14 + line], shown(first + 2));
+                merge(twin, first + 3, text_[3 + line], money(twin.fields[first + 3]));
+            }
+            for (const size_t flag : {0, 1, 3}) {
+                const size_t field = FirstFlag + (flag == 3 ? 2 : flag);
+                merge(order, field, flag_[flag] ? u"1"_s : u"0"_s, order.fields[field]);
+            }
+        } catch (const Fault&) {
+            *rows[0] = before[0];
+            *rows[1] = before[1];
+            throw;
+        }
+    }
+
+    void load()
+    {
+        std::fill(text_.begin(), text_.end(), u""_s);
+        std::fill(description_.begin(), description_.end(), u""_s);
+        std::fill(chosen_.begin(), chosen_.end(), -1);
+        std::fill(flag_.begin(), flag_.end(), 0);
+        text3_ = text4_ = u""_s;
+        Tabela3 = viewOf(parts_, 1);
+        Tabela4 = viewOf(twins_, 0);
+        Tabela1 = {};
+        entries_.clear();
+        for (const Shown& part : Tabela3.rows)
+            entries_.push_back(part.fields[1]);
+        grid_ = QStringList{u"|||"_s}; // as designed, and hidden
+        gridVisible_ = isEditing_ = canEdit_ = false;
+    }
+
+    // --- both
+
+    int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+    template <class List> auto oneOf(const List& all)
+    {
+        return all[static_cast<typename List::size_type>(below(static_cast<int>(all.size())))];
+    }
+
+    static QString literal(const QString& text)
+    {
+        return text.isNull() ? u"NULL"_s : u'\'' + QString(text).replace(u'\'', u"''"_s) + u'\'';
+    }
+    static QStringList literals(const Fields& fields)
+    {
+        QStringList all;
+        for (const QString& field : fields)
+            all << literal(field);
+        return all;
+    }
+    static QStringList twinNames()
+    {
+        QStringList names{u"NUMERO"_s, u"NOME"_s};
+        for (int line = 1; line <= 11; ++line)
+            for (const QString& name : {u"CODIGO"_s, u"DESCRICAO"_s, u"QUANT"_s, u"VALOR"_s})
+                names << name + QString::number(line);
+        return names;
+    }
+    void insert(Table& table, const QString& name, const QStringList& names, const Fields& fields)
+    {
+        table.push_back(std::make_shared<Row>(Row{fields, false}));
+        mainSql(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(name, names.join(u','),
+                                                         literals(fields).join(u',')));
+    }
+    void insertOrder(const QString& number)
+    {
+        const QStringList phones{u"1932324410"_s, u"(19)3232-4410"_s, {}, u""_s};
+        Fields fields{
+            number,        oneOf(texts_), oneOf(phones), oneOf(texts_),
+            oneOf(texts_), u"0"_s,        u"1"_s,        below(5) == 0 ? QString() : u"0"_s};
+        insert(orders_, u"Cliente"_s, orderNames_, fields);
+        Fields twin(TwinFields);
+        twin[0] = number;
+        for (size_t field = 1; field < TwinFields; ++field)
+            twin[field] = below(3) == 0 ? oneOf(texts_) : QString();
+        if (below(8) != 0)
+            insert(twins_, u"PECAAPLICADA"_s, twinNames(), twin);
+    }
+    // The row of that rank among those that are left.
+    void otherStation()
+    {
+        if (orders_.size() < 5 || below(6) == 0) {
+            insertOrder(QString::number(10'000'000 + below(60)).right(7));
+            return;
+        }
+        const bool isTwin = below(2) == 0 && !twins_.empty();
+        Table& table = isTwin ? twins_ : orders_;
+        const QString name = isTwin ? u"PECAAPLICADA"_s : u"Cliente"_s;
+        const QStringList names = isTwin ? twinNames() : orderNames_;
+        std::vector<int> left;
+        for (int i = 0; i < static_cast<int>(table.size()); ++i)
+            if (!table[static_cast<size_t>(i)]->isGone)
+                left.push_back(i);
+        if (left.empty())
+            return;
+        const int rank = below(static_cast<int>(left.size()));
+        Row& row = *table[static_cast<size_t>(left[static_cast<size_t>(rank)])];
+        const QString which =
+            u" WHERE _id = (SELECT _id FROM %1 ORDER BY _id LIMIT 1 OFFSET %2)"_s.arg(name).arg(
+                rank);
+        if (below(8) == 0) {
+            row.isGone = true;
+            mainSql(u"DELETE FROM "_s + name + which);
+            return;
+        }
+        const int field = 1 + below(isTwin ? 12 : static_cast<int>(OrderFields) - 1);
+        const bool isFlag = !isTwin && field >= static_cast<int>(FirstFlag);
+        const QString text = isFlag ? QString::number(below(2)) : oneOf(texts_);
+        if (!isTwin && field == 2)
+            return;
+        row.stored[static_cast<size_t>(field)] = text;
+        mainSql(u"UPDATE "_s + name + u" SET "_s + names[field] + u" = "_s + literal(text) + which);
+    }
+
+    // Each letter is a change; over the same first letter none is sure.
+    void typeInto(int box, const QString& text)
+    {
+        const auto at = static_cast<size_t>(box);
+        const bool isOpen = box == 0 ? !isEditing_ : isEditing_ && box > 3;
+        if (isOpen && text_[at] == text.left(1))
+            return;
+        type(bench().Text1(box), text);
+        if (!isOpen)
+            return;
+        if (text.isEmpty())
+            set(box, {});
+        for (int letters = 1; letters <= text.size(); ++letters)
+            set(box, text.left(letters));
+    }
+    void typeDescription(int line, const QString& text)
+    {
+        auto* combo = qobject_cast<QComboBox*>(bench().line(line).description.widget());
+        combo->lineEdit()->selectAll();
+        QTest::keyClicks(combo, text);
+        if (isEditing_ && !text.isEmpty())
+            setDescription(line, text);
+    }
+    void pressButton(int button)
+    {
+        const bool isOn = enabledNow().split(u' ').contains(QString::number(button));
+        press(button);
+        if (!isOn)
+            return;
+        if (button == 0) {
+            isEditing_ = true;
+            gridVisible_ = canEdit_ = false;
+        } else if (button == 3) {
+            bench().show();
+            load();
+        } else {
+            if (button == 1)
+                save();
+            isEditing_ = false;
+        }
+    }
+    QString enabledNow() const
+    {
+        return (canEdit_ ? u"0 "_s : u""_s) + (isEditing_ ? u"1 2"_s : u"3"_s);
+    }
+    QString step()
+    {
+        const int what = below(20);
+        if (what < 5) {
+            const QString number = oneOf(
+                QStringList{u""_s, u"5"_s, u"05"_s, u"1"_s, u"0000005"_s, u"77777"_s, u"3"_s});
+            typeInto(0, number);
+            return u"search "_s + number;
+        }
+        if (what < 8 && gridVisible_ && !grid_.isEmpty()) {
+            const int row = 1 + below(static_cast<int>(grid_.size()));
+            const QString number = grid_[row - 1].section(u'|', 0, 0);
+            click(bench().MSFlexGrid1, row);
+            setText3(number);
+            return u"row "_s + number;
+        }
+        if (what < 12) {
+            const int button = below(5) == 0 ? 3 : below(3);
+            pressButton(button);
+            return u"button %1"_s.arg(button);
+        }
+        if (what < 15) {
+            otherStation();
+            return u"other"_s;
+        }
+        if (what == 15) {
+            const int flag = oneOf(std::vector{0, 1, 3});
+            flag_[static_cast<size_t>(flag)] ^= 1;
+            click(bench().Check1(flag));
+            return u"flag %1"_s.arg(flag);
+        }
+        const int line = 1 + below(below(4) == 0 ? 11 : 2);
+        if (what == 16 && isEditing_) {
+            const int entry = below(static_cast<int>(entries_.size()) * (line == 5 ? 2 : 1));
+            pick(line, entry);
+            pickModel(line, entry);
+            return u"pick %1 %2"_s.arg(line).arg(entry);
+        }
+        const QString text = oneOf(texts_);
+        const int box = oneOf(std::vector{2, 26, 26 + line, 14 + line, 3 + line});
+        if (what == 17)
+            typeDescription(line, text);
+        else
+            typeInto(box, text.isNull() ? u""_s : text);
+        return u"type %1 %2 "_s.arg(what == 17 ? 100 + line : box).arg(text);
+    }
+
+    void compare() const
+    {
+        for (int box = 0; box <= 37; ++box)
+            EXPECT_EQ(bench().Text1(box).text(), text_[static_cast<size_t>(box)]) << box;
+        for (int line = 1; line <= 11; ++line)
+            EXPECT_EQ(bench().line(line).description.text(),
+                      description_[static_cast<size_t>(line)]);
+        for (const int flag : {0, 1, 3})
+            EXPECT_EQ(bench().Check1(flag).value(), flag_[static_cast<size_t>(flag)]) << flag;
+        EXPECT_EQ(enabledOf(bench().Command1), enabledNow());
+        EXPECT_EQ(bench().Text1(0).locked(), isEditing_);
+        EXPECT_EQ(bench().Combo7.locked(), !isEditing_);
+        EXPECT_EQ(bench().MSFlexGrid1.visible(), gridVisible_);
+        EXPECT_EQ(gridRows(bench().MSFlexGrid1), grid_);
+    }
+    void compareTable(const Table& table, const QString& name, const QStringList& names) const
+    {
+        QStringList wanted;
+        for (const auto& row : table)
+            if (!row->isGone)
+                wanted << literals(row->stored).join(u'|');
+        QStringList quoted;
+        for (const QString& field : names)
+            quoted << u"quote(CAST(%1 AS TEXT))"_s.arg(field);
+        EXPECT_EQ(sql(mainFile(), u"SELECT "_s + quoted.join(u"||'|'||"_s) + u" FROM "_s + name +
+                                      u" ORDER BY _id"_s),
+                  wanted);
+    }
+    void compareTables() const
+    {
+        compareTable(orders_, u"Cliente"_s, orderNames_);
+        compareTable(twins_, u"PECAAPLICADA"_s, twinNames());
+    }
+
+    void begin()
+    {
+        setMsgBoxForTests([](const Box&) { return Answer::Ok; });
+        mainSql(u"DELETE FROM Pecas"_s);
+        const std::vector<Fields> parts{{u"0000005"_s, u"Antena"_s, u"5,00"_s, u"5"_s},
+                                        {u"0000002"_s, u"Antena longa"_s, u"7,00"_s, {}},
+                                        {u"0000001"_s, u"Pino d'água"_s, u"0,00"_s, u"M1"_s},
+                                        {u"0000003"_s, u"Tela"_s, u"1.234,50"_s, u"05"_s}};
+        const std::vector<int> prices{50000, 70000, 0, 12'345'000};
+        for (size_t part = 0; part < parts.size(); ++part) {
+            addPart(parts[part][0], parts[part][1], parts[part][3], prices[part]);
+            parts_.push_back(std::make_shared<Row>(Row{parts[part], false}));
+        }
+        for (const QString& number : {u"0000005"_s, u"0000015"_s, u"0000003"_s})
+            insertOrder(number);
+        bench().show();
+        load();
+    }
+
+    const QStringList texts_{u""_s,       {},       u"5"_s,    u"05"_s,     u"7"_s,
+                             u"1234,5"_s, u"Ana"_s, u"0,00"_s, u"0000005"_s};
+    std::mt19937 random_;
+};
+
+TEST_F(BenchWalk, GoesAsTheModel)
+{
+    const auto number = [](const char* name, int otherwise) {
+        return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
+    };
+    const int steps = number("VORBELO_MODEL_STEPS", 250);
+    random_.seed(static_cast<unsigned>(number("VORBELO_MODEL_SEED", 20040312)));
+    begin();
+    QStringList way;
+    for (int i = 0; i < steps && !HasFailure(); ++i) {
+        bool isFault = false;
+        const int stepsBefore = static_cast<int>(way.size());
+        try {
+            way << step();
+        } catch (const Fault&) {
+            isFault = true;
+            way << u"fault"_s;
+        }
+        ASSERT_EQ(way.size(), stepsBefore + 1);
+        EXPECT_EQ(faults() > 0, isFault);
+        if (faults() > 0) {
+            startAnew();
+            bench().show();
+            load();
+        }
+        compare();
+        compareTables();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    EXPECT_FALSE(HasFailure())
+        << "after " << way.size() << " steps, at last: "
+        << way.mid(std::max<qsizetype>(0, way.size() - 14)).join(u", "_s).toStdString();
+}
+
+} // namespace
