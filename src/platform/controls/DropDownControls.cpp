@@ -196,7 +196,11 @@ void ComboBox::setEntries(Entries entries)
     auto* combo = qobject_cast<QComboBox*>(widget());
     if (!combo)
         return;
-    keepingText(*combo, [&] { entriesOf(combo)->show(std::move(entries)); });
+    // The stock box chooses the first of a new list.
+    keepingText(*combo, [&] {
+        entriesOf(combo)->show(std::move(entries));
+        combo->setCurrentIndex(-1);
+    });
     combo->setEditText(QString());
 }
 
