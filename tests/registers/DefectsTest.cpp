@@ -185,38 +185,6 @@ TEST_F(DefectsTest, SolutionOfSixtyThousandCharactersWithEveryLineBreak)
     EXPECT_TRUE(solutions() == QStringList{wanted});
 }
 
-TEST_F(DefectsTest, BothStationsOnOneEntry)
-{
-    addDefect(u"Aurora"_s);
-    defect().show();
-    press(2);
-    type(defect().Text2(3), u"Here"_s);
-    mainSql(u"UPDATE DEFEITO SET MODELO = 'There'"_s);
-    press(1);
-    EXPECT_EQ(defects(), QStringList{u"Aurora|There|Não liga|Here"_s});
-
-    press(2);
-    type(defect().Text2(3), u"Mine"_s);
-    mainSql(u"UPDATE DEFEITO SET SOLUCAO = 'Theirs'"_s);
-    press(1);
-    press(1);
-    EXPECT_EQ(solutions(), QStringList{u"Theirs"_s});
-    EXPECT_EQ(enabledOf(defect().Command1), u"1 3 9"_s);
-    EXPECT_FALSE(defect().MSFlexGrid1.enabled());
-    press(9);
-    EXPECT_EQ(defect().Text2(3).text(), u"Theirs"_s);
-
-    press(2);
-    mainSql(u"UPDATE DEFEITO SET DEFEITO = 'New'"_s);
-    removeDefect();
-    EXPECT_EQ(defects(), QStringList{u"Aurora|There|New|Theirs"_s});
-    EXPECT_EQ(shown(), u"Aurora New 1"_s);
-    press(2);
-    removeDefect();
-    EXPECT_EQ(defects(), QStringList());
-    EXPECT_EQ(enabledOf(defect().Command1), u"0 8"_s);
-}
-
 // Whichever call or write fails: what was typed is stored once, or the boxes stay open and a second
 // press stores it; what was to go is gone, or still there and in view.
 TEST_F(DefectsTest, WhatFailsToBeStoredCanBeTriedAgainInBothRegisters)

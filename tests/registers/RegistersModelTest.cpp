@@ -165,7 +165,12 @@ protected:
                                                              literals.join(u',')));
             return;
         }
-        const int n = below(static_cast<int>(alive.size()));
+        int n = below(static_cast<int>(alive.size()));
+        // Every other time the row on which this station stands.
+        const bool meets = !isEmpty() && below(2) == 0;
+        for (int i = 0; meets && i < static_cast<int>(alive.size()); ++i)
+            if (rows_[static_cast<size_t>(alive[static_cast<size_t>(i)])] == current().row)
+                n = i;
         const int field = below(static_cast<int>(names_.size()));
         const QString text = oneOf(texts);
         rows_[static_cast<size_t>(alive[static_cast<size_t>(n)])]->stored[field] = text;
