@@ -4,6 +4,8 @@
 #include "FailingDisk.h"
 #include "ListMark.h"
 
+#include <sqlite3.h>
+
 #include <QFile>
 
 #include <stdexcept>

@@ -222,3 +222,37 @@ TEST_F(PieceTest, LinesUnderTheLocksStayWhereALaterOneFails)
     EXPECT_EQ(table_->RecordCount(), 5);
     EXPECT_EQ(lines_->Fields(0).text(), u"2"_s);
 }
+
+// Whichever lock is not to be had, of either file, and for how long.
+TEST_F(PieceTest, EveryLockThatIsRefusedLeavesNothingHalf)
+{
+    for (const char* file : {"GALTERIA1.mdb", "MIRANDEL1.mdb"}) {
+        for (const int refusals : {1, 1'000'000}) {
+            const QStringList before = names();
+            const auto act = [&] {
+                event([&] {
+                    inOnePiece({main_, list_}, [&] {
+                        add(*table_, u"new"_s);
+                        add(*lines_, u"new"_s);
+                    });
+                });
+            };
+            failEachLock(
+                [&] {
+                    mainSql(u"DELETE FROM FORNECEDOR WHERE NOMEEMPRESA='new'"_s);
+                    sql(listFile(), u"DELETE FROM Pecas"_s);
+                },
+                act,
+                [&](bool failed) {
+                    EXPECT_EQ(lines().size(), failed ? 0 : 1);
+                    // The list commits last: where it cannot, a box has told so.
+                    const bool isListLost = file[0] == 'M' && !boxes().isEmpty();
+                    EXPECT_EQ(names().size() - before.size(), failed && !isListLost ? 0 : 1);
+                    table_->CancelUpdate();
+                    lines_->CancelUpdate();
+                },
+                file, refusals);
+            mainSql(u"DELETE FROM FORNECEDOR WHERE NOMEEMPRESA='new'"_s);
+        }
+    }
+}

@@ -1,5 +1,5 @@
 #include "Books.h"
-#include "CutVfs.h"
+#include "FileLayer.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -30,7 +30,7 @@ public:
     Run(const std::string& program, Words arguments, const fs::path& folder) : log_(folder / "log")
     {
         fs::remove(folder / "status");
-        status_ = cutvfs::map((folder / "status").c_str());
+        status_ = filelayer::map((folder / "status").c_str());
         arguments.insert(arguments.begin(), program);
         std::vector<char*> words;
         for (std::string& argument : arguments)
@@ -53,7 +53,7 @@ public:
     Run(const Run&) = delete;
     Run& operator=(const Run&) = delete;
 
-    const cutvfs::Status& status() const { return *status_; }
+    const filelayer::Status& status() const { return *status_; }
 
     void waitUntilArmed()
     {
@@ -97,7 +97,7 @@ private:
     }
 
     fs::path log_;
-    cutvfs::Status* status_ = nullptr;
+    filelayer::Status* status_ = nullptr;
     pid_t process_ = -1;
     int state_ = 0;
     bool ended_ = false;

@@ -1,6 +1,6 @@
 #include "Application.h"
 #include "Buscacli.h"
-#include "CutVfs.h"
+#include "FileLayer.h"
 #include "EventTransactions.h"
 #include "Form1Cli.h"
 #include "Form1pecavenda.h"
@@ -28,7 +28,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 std::mt19937 chance;
-cutvfs::Status* status = nullptr;
+filelayer::Status* status = nullptr;
 
 int below(qsizetype limit)
 {
@@ -232,10 +232,10 @@ int main(int argc, char** argv)
     prepareApplication(application);
     const QString way = arguments[3];
     const auto seed = arguments[4].toUInt();
-    const auto cut = static_cast<cutvfs::Cut>(arguments[6].toInt());
+    const auto cut = static_cast<filelayer::Cut>(arguments[6].toInt());
     chance.seed(seed);
-    status = cutvfs::map((arguments[2] + u"/status"_s).toUtf8().constData());
-    cutvfs::install(status, {arguments[5].toInt(), cut, way == u"deaf"}, seed);
+    status = filelayer::map((arguments[2] + u"/status"_s).toUtf8().constData());
+    filelayer::install(status, {arguments[5].toInt(), cut, way == u"deaf"}, seed);
     installEventTransactions();
     EventTransactions::instance().setCommitPerStatementForTests(way == u"each-statement");
     setMsgBoxForTests(answer);

@@ -162,10 +162,7 @@ void FormTest::failEachWrite(const std::function<void()>& prepare, const std::fu
                              const std::function<void(bool failed)>& check, const char* file,
                              int refusals)
 {
-    // What a form still holds open lies on a good disk.
-    for (Form* open : FormRegistry::instance().loadedForms())
-        if (open->name() != u"Form1principal"_s)
-            open->unload();
+    unloadForms();
     FailingDisk disk;
     const auto arm = [&](int n) { disk.fillFrom(n, file, refusals); };
     const auto disarm = [&] {
@@ -173,6 +170,28 @@ void FormTest::failEachWrite(const std::function<void()>& prepare, const std::fu
         return FailingDisk::refused();
     };
     failEach(arm, disarm, prepare, act, check, 4);
+}
+
+void FormTest::failEachLock(const std::function<void()>& prepare, const std::function<void()>& act,
+                            const std::function<void(bool failed)>& check, const char* file,
+                            int refusals)
+{
+    unloadForms();
+    FailingDisk disk;
+    const auto arm = [&](int n) { disk.lockFrom(n, file, refusals); };
+    const auto disarm = [&] {
+        disk.empty();
+        return FailingDisk::refused();
+    };
+    failEach(arm, disarm, prepare, act, check, 2);
+}
+
+// What a form still holds open lies on a good disk.
+void FormTest::unloadForms()
+{
+    for (Form* open : FormRegistry::instance().loadedForms())
+        if (open->name() != u"Form1principal"_s)
+            open->unload();
 }
 
 void FormTest::failEach(const std::function<void(int n)>& arm, const std::function<bool()>& disarm,

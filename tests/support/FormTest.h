@@ -79,9 +79,14 @@ protected:
     void failEachWrite(const std::function<void()>& prepare, const std::function<void()>& act,
                        const std::function<void(bool failed)>& check,
                        const char* file = "GALTERIA1.mdb", int refusals = 1'000'000);
+    // The same where the n-th lock asked for of the file is not to be had, and so many behind it.
+    void failEachLock(const std::function<void()>& prepare, const std::function<void()>& act,
+                      const std::function<void(bool failed)>& check,
+                      const char* file = "GALTERIA1.mdb", int refusals = 1'000'000);
     QStringList& boxes() { return boxes_; }
 
 private:
+    static void unloadForms();
     void failEach(const std::function<void(int n)>& arm, const std::function<bool()>& disarm,
                   const std::function<void()>& prepare, const std::function<void()>& act,
                   const std::function<void(bool failed)>& check, int atLeast);

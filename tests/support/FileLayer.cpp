@@ -1,4 +1,4 @@
-#include "CutVfs.h"
+#include "FileLayer.h"
 
 #include <sqlite3.h>
 
@@ -38,6 +38,7 @@ struct Change
 // One file as the medium holds it for certain, and what happened to it since.
 struct Medium
 {
+    std::string path;
     bool exists = false;
     bool entrySynced = false; // the folder's entry, on the medium
     std::string synced;
@@ -55,8 +56,10 @@ struct Layer
     const sqlite3_io_methods* baseMethods = nullptr;
     // For each table of the layer below, whose journals know no locks.
     std::map<const sqlite3_io_methods*, sqlite3_io_methods> ownMethods;
-    cutvfs::Status* status = nullptr;
-    cutvfs::Plan plan;
+    filelayer::Status* status = nullptr; // null where nothing is to be cut off
+    filelayer::Plan plan;
+    filelayer::Refusal refusal;
+    int refusals = 0;
     std::mt19937 random;
     std::map<std::string, Medium> files;
 };
@@ -69,9 +72,23 @@ Medium*& mediumOf(sqlite3_file* file)
     return *reinterpret_cast<Medium**>(reinterpret_cast<char*>(file) + layer.base->szOsFile);
 }
 
+bool isRefused(filelayer::Refused what, const Medium* medium)
+{
+    filelayer::Refusal& refusal = layer.refusal;
+    if (refusal.what != what || !medium)
+        return false;
+    const std::string& path = medium->path;
+    const bool isMeant = path.ends_with(refusal.pathSuffix) ||
+                         (refusal.journalsToo && path.ends_with(refusal.pathSuffix + "-journal"));
+    if (!isMeant || --refusal.first > 0 || layer.refusals == refusal.count)
+        return false;
+    ++layer.refusals;
+    return true;
+}
+
 bool forgets()
 {
-    return layer.plan.cut != cutvfs::Cut::Kill;
+    return layer.status && layer.plan.cut != filelayer::Cut::Kill;
 }
 
 void note(sqlite3_file* file, Change change)
@@ -95,7 +112,7 @@ void settleSome(Medium& medium)
 void forget(const std::string& path, Medium& medium)
 {
     bool stays = medium.entrySynced;
-    if (layer.plan.cut == cutvfs::Cut::ForgetSome) {
+    if (layer.plan.cut == filelayer::Cut::ForgetSome) {
         settleSome(medium);
         if (medium.exists != medium.entrySynced)
             stays = layer.random() % 2 == 0;
@@ -111,7 +128,7 @@ template <class Work, class Half = void (*)()>
 int changing(
     const Work& work, const Half& half = [] {})
 {
-    if (!layer.status->armed || ++layer.status->calls != layer.plan.call)
+    if (!layer.status || !layer.status->armed || ++layer.status->calls != layer.plan.call)
         return work();
     const auto moment = layer.random() % 3;
     if (moment == 1)
@@ -136,7 +153,9 @@ void syncFolder()
 int doWrite(sqlite3_file* file, const void* data, int size, sqlite3_int64 at)
 {
     Medium* medium = mediumOf(file);
-    if (medium && medium->isJournal && !medium->isWriting) {
+    if (isRefused(filelayer::Refused::Writes, medium))
+        return SQLITE_FULL;
+    if (layer.status && medium && medium->isJournal && !medium->isWriting) {
         medium->isWriting = true;
         ++layer.status->openTransactions;
     }
@@ -148,6 +167,13 @@ int doWrite(sqlite3_file* file, const void* data, int size, sqlite3_int64 at)
         return code;
     };
     return changing([&] { return write(size); }, [&] { write(size / 2); });
+}
+
+int doLock(sqlite3_file* file, int level)
+{
+    if (isRefused(filelayer::Refused::Locks, mediumOf(file)))
+        return SQLITE_BUSY;
+    return layer.baseMethods->xLock(file, level);
 }
 
 int doTruncate(sqlite3_file* file, sqlite3_int64 size)
@@ -198,9 +224,15 @@ int doOpen(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* o
     mediumOf(file) = nullptr;
     if (path && (flags & (SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL))) {
         Medium& medium = layer.files[path];
+        medium.path = path;
+        mediumOf(file) = &medium;
+    }
+    if (Medium* known = mediumOf(file); known && layer.status) {
+        Medium& medium = *known;
         if (!std::filesystem::exists(path)) {
             auto former = medium.entrySynced ? std::optional(medium.synced) : medium.former;
             medium = {};
+            medium.path = path;
             medium.former = std::move(former);
         } else if (!medium.exists) {
             // Read before the engine opens it, whose locks this would drop.
@@ -209,7 +241,6 @@ int doOpen(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* o
             medium.synced = {std::istreambuf_iterator<char>(content), {}};
         }
         medium.isJournal = flags & SQLITE_OPEN_MAIN_JOURNAL;
-        mediumOf(file) = &medium;
     }
     const int code = layer.base->xOpen(layer.base, path, file, flags, outFlags);
     if (code != SQLITE_OK)
@@ -221,6 +252,7 @@ int doOpen(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* o
     own = *file->pMethods;
     own.iVersion = 1;
     own.xWrite = doWrite;
+    own.xLock = doLock;
     own.xTruncate = doTruncate;
     own.xSync = doSync;
     file->pMethods = &own;
@@ -234,9 +266,18 @@ int doFullPathname(sqlite3_vfs*, const char* path, int size, char* full)
     return SQLITE_OK;
 }
 
+void prepare()
+{
+    layer.base = sqlite3_vfs_find(nullptr);
+    layer.own = *layer.base;
+    layer.own.zName = filelayer::Name;
+    layer.own.szOsFile += static_cast<int>(sizeof(Medium*));
+    layer.own.xOpen = doOpen;
+}
+
 } // namespace
 
-cutvfs::Status* cutvfs::map(const char* statusFile)
+filelayer::Status* filelayer::map(const char* statusFile)
 {
     const int file = open(statusFile, O_RDWR | O_CREAT, 0600);
     if (file < 0 || ftruncate(file, sizeof(Status)) != 0)
@@ -248,17 +289,41 @@ cutvfs::Status* cutvfs::map(const char* statusFile)
     return static_cast<Status*>(mapped);
 }
 
-void cutvfs::install(Status* status, const Plan& plan, unsigned seed)
+void filelayer::install(Status* status, const Plan& plan, unsigned seed)
 {
     layer.status = status;
     layer.plan = plan;
     layer.random.seed(seed);
-    layer.base = sqlite3_vfs_find(nullptr);
-    layer.own = *layer.base;
-    layer.own.zName = "cut";
-    layer.own.szOsFile += static_cast<int>(sizeof(Medium*));
-    layer.own.xOpen = doOpen;
+    prepare();
     layer.own.xDelete = doDelete;
     layer.own.xFullPathname = doFullPathname;
     sqlite3_vfs_register(&layer.own, 1);
+}
+
+void filelayer::add()
+{
+    prepare();
+    sqlite3_vfs_register(&layer.own, 0);
+}
+
+void filelayer::remove()
+{
+    layer.refusal = {};
+    sqlite3_vfs_unregister(&layer.own);
+}
+
+void filelayer::refuse(const Refusal& refusal)
+{
+    layer.refusal = refusal;
+    layer.refusals = 0;
+}
+
+void filelayer::disarm()
+{
+    layer.refusal.what = Refused::Nothing;
+}
+
+bool filelayer::hasRefused()
+{
+    return layer.refusals > 0;
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <atomic>
+#include <string>
 
-// A file layer under the engine that ends the process at a chosen call, as a kill or as a power cut
-// does: before the call, after it, or in the middle of a write.
-namespace cutvfs {
+// The one file layer that the tests put under the engine. It ends the process at a chosen call, as
+// a kill or as a power cut does: before the call, after it, or in the middle of a write. Or it
+// refuses writes and locks (FailingDisk.h).
+namespace filelayer {
 
 enum class Cut
 {
@@ -35,4 +37,30 @@ Status* map(const char* statusFile);
 // Becomes the default layer of this process; before the first opening.
 void install(Status* status, const Plan& plan, unsigned seed);
 
-} // namespace cutvfs
+enum class Refused
+{
+    Nothing,
+    Writes, // as on a full disk
+    Locks   // as of a file that another station holds
+};
+
+// Which calls are refused, to files whose path ends so.
+struct Refusal
+{
+    Refused what = Refused::Nothing;
+    std::string pathSuffix;
+    bool journalsToo = false;
+    int first = 1; // counted from 1
+    int count = 1'000'000;
+};
+
+inline constexpr char Name[] = "tests";
+// Known to the engine by that name; not the default.
+void add();
+void remove();
+void refuse(const Refusal& refusal);
+void disarm();
+// Whether a call was refused since then.
+bool hasRefused();
+
+} // namespace filelayer
