@@ -3,10 +3,19 @@
 #include "Connection.h"
 #include "Database.h"
 #include "Form1principal.h"
+#include "Patience.h"
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 #include <QWidget>
+
+#include <sqlite3.h>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -86,14 +95,14 @@ TEST_F(Backup, TellsEachStepAndLeavesAWholeCopy)
     principal().StatusBar1.setPanel(1, u"Usuario: Ana"_s);
     backUp();
     const QString live = mainFile();
-    EXPECT_EQ(captions_,
-              QStringList({u"Oficina>>>>>>>>>Compactando o arquivo "_s + live + u" ..."_s,
-                           u"Oficina>>>>>>>>>Compactando o arquivo "_s + live + u" ... "_s,
-                           u"Oficina>>>>>>>>>Arquivo compactado com sucesso!"_s,
-                           u"Oficina>>>>>>>>>"_s + copyFolder() + u"\\Copia.seguranca"_s,
-                           u"Oficina>>>>>>>>>Transferindo Arquivos"_s,
-                           u"Oficina>>>>>>>>>Concluido"_s,
-                           u"Oficina    CPF\\CGC   Usuario: Ana  está usando"_s}));
+    EXPECT_EQ(
+        captions_,
+        QStringList({u"Oficina>>>>>>>>>Compactando o arquivo "_s + live + u" ..."_s,
+                     u"Oficina>>>>>>>>>Compactando o arquivo "_s + live + u" ... "_s,
+                     u"Oficina>>>>>>>>>Arquivo compactado com sucesso!"_s,
+                     u"Oficina>>>>>>>>>"_s + copyFolder() + u"\\Copia.seguranca"_s,
+                     u"Oficina>>>>>>>>>Transferindo Arquivos"_s, u"Oficina>>>>>>>>>Concluido"_s,
+                     u"Oficina    CPF\\CGC   Usuario: Ana  está usando"_s}));
     EXPECT_EQ(names(copy()), QStringList{u"Ana"_s});
     EXPECT_EQ(sql(copy(), u"PRAGMA integrity_check"_s), QStringList{u"ok"_s});
     // The live file and the copy are both in the form that is marked; no one but the owner reads.
@@ -211,13 +220,97 @@ TEST_F(Backup, AFileThatAnotherStationHoldsIsLeftAlone)
     mainSql(u"UPDATE Cliente SET Nome='Bia'"_s);
     const std::shared_ptr<Database> other = Database::open(mainFile());
     other->storage().beginWrite();
+    constexpr int Soon = 200; // milliseconds
+    Patience::setLimitForTests(Soon);
     failBackup();
     failRestore();
     other->storage().rollback();
+    Patience::setLimitForTests(std::nullopt);
     EXPECT_EQ(names(mainFile()), QStringList{u"Bia"_s});
     EXPECT_EQ(names(copy()), QStringList{u"Ana"_s});
     backUp();
     EXPECT_EQ(names(copy()), QStringList{u"Bia"_s});
+}
+
+// Another station, in a process of its own, that stores orders as fast as it can and tells the
+// number of each that the engine said was stored.
+class WritingStation
+{
+public:
+    explicit WritingStation(const QString& file)
+    {
+        EXPECT_EQ(pipe2(pipe_, O_NONBLOCK | O_CLOEXEC), 0);
+        process_ = fork();
+        if (process_ == 0)
+            work(file.toUtf8());
+    }
+    ~WritingStation()
+    {
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+        close(pipe_[0]);
+        close(pipe_[1]);
+    }
+    WritingStation(const WritingStation&) = delete;
+    WritingStation& operator=(const WritingStation&) = delete;
+
+    // Since it was asked last.
+    QStringList told()
+    {
+        QStringList numbers;
+        int number = 0;
+        while (read(pipe_[0], &number, sizeof number) == sizeof number)
+            numbers << QString::number(number);
+        return numbers;
+    }
+
+private:
+    [[noreturn]] void work(const QByteArray& file) const
+    {
+        sqlite3* handle = nullptr;
+        sqlite3_open(file.constData(), &handle);
+        sqlite3_busy_timeout(handle, 20'000);
+        for (int number = 1;; ++number) {
+            const QByteArray sql = "INSERT INTO Cliente (numero, Nome) VALUES ('b" +
+                                   QByteArray::number(number) + "', '')";
+            if (sqlite3_exec(handle, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+                _exit(1);
+            while (write(pipe_[1], &number, sizeof number) != sizeof number)
+                usleep(1000);
+            usleep(500);
+        }
+    }
+
+    int pipe_[2] = {};
+    pid_t process_ = 0;
+};
+
+// VORBELO_BACKUP_ROUNDS tells another number of rounds than the short one.
+TEST_F(Backup, AStationThatWritesAllTheTimeLosesNothingThatItWasTold)
+{
+    const int rounds = qEnvironmentVariableIntValue("VORBELO_BACKUP_ROUNDS");
+    WritingStation station(mainFile());
+    const auto stored = [&](const QString& file) {
+        const QStringList rows = sql(file, u"SELECT substr(numero, 2) FROM Cliente"_s);
+        return QSet<QString>(rows.begin(), rows.end());
+    };
+    int seen = 0;
+    for (int round = 0; round < std::max(rounds, 3); ++round) {
+        backUp();
+        const QStringList told = station.told();
+        QSet<QString> known = stored(mainFile());
+        for (const QString& number : told)
+            EXPECT_TRUE(known.contains(number)) << number.toStdString();
+        // What a restore took away lies beside the live file.
+        restore();
+        const QStringList toldMeanwhile = station.told();
+        known = stored(mainFile()) | stored(folder() + u"/Antes.restauracao"_s);
+        for (const QString& number : toldMeanwhile)
+            EXPECT_TRUE(known.contains(number)) << number.toStdString();
+        seen += static_cast<int>(told.size() + toldMeanwhile.size());
+        EXPECT_EQ(sql(mainFile(), u"PRAGMA integrity_check"_s), QStringList{u"ok"_s});
+    }
+    EXPECT_GT(seen, rounds) << "the station got to work";
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <stdexcept>
@@ -188,4 +189,47 @@ private:
     Shop shop_, next_;
     std::vector<std::pair<std::string, int>> lists_[2];
     int booking_ = -1; // station whose list is being booked
+};
+
+// One order whose name changes, the safety copy, and the way back.
+class BackupsBook : public Book
+{
+public:
+    explicit BackupsBook(std::string copy) : copy_(std::move(copy)) {}
+
+    void read(const Words& words, int /*station*/) override
+    {
+        if (words[0] == "save")
+            nextLive_ = words[2];
+        else if (words[0] == "backup")
+            nextCopy_ = live_;
+        else if (words[0] == "restore")
+            nextLive_ = storedCopy_;
+        else if (words[0] == "done")
+            live_ = nextLive_, storedCopy_ = nextCopy_;
+    }
+
+    void compare(const std::string& file) override
+    {
+        const std::string live = nameIn(file);
+        require(live == live_ || live == nextLive_, "the live file holds neither name: " + live);
+        live_ = nextLive_ = live;
+        std::string stored;
+        if (std::filesystem::exists(copy_)) {
+            requireWhole(copy_);
+            stored = nameIn(copy_);
+        }
+        require(stored == storedCopy_ || stored == nextCopy_, "the copy holds neither name");
+        storedCopy_ = nextCopy_ = stored;
+    }
+
+private:
+    static std::string nameIn(const std::string& file)
+    {
+        const std::vector<Words> rows = query(file, "SELECT Nome FROM Cliente ORDER BY numero");
+        return rows.empty() ? std::string() : rows.front()[0];
+    }
+
+    std::string copy_;
+    std::string live_, nextLive_, storedCopy_, nextCopy_;
 };

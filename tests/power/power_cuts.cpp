@@ -107,10 +107,11 @@ private:
 class Cutter
 {
 public:
-    // power_cuts orders|sales kill ROUNDS: killed at any moment, half of the rounds at a chosen
-    // call. power_cuts orders|sales each-statement ROUNDS: the same without transactions; must
-    // fail. power_cuts orders|sales sweep STRIDE: forgets what was not synced, at every STRIDE-th
-    // call. power_cuts orders|sales deaf STRIDE: the same with syncs that do nothing; must fail.
+    // power_cuts orders|sales|backups kill ROUNDS: killed at any moment, half of the rounds at a
+    // chosen call. power_cuts orders|sales|backups each-statement ROUNDS: the same without
+    // transactions; must fail. power_cuts orders|sales|backups sweep STRIDE: forgets what was not
+    // synced, at every STRIDE-th call. power_cuts orders|sales|backups deaf STRIDE: the same with
+    // syncs that do nothing; must fail.
     Cutter(const fs::path& program, std::string work, std::string way, int number, unsigned seed)
         : driver_(program.parent_path() / "power_driver"), work_(std::move(work)),
           way_(std::move(way)), number_(number), seed_(seed), random_(seed)
@@ -134,6 +135,8 @@ public:
         try {
             if (work_ == "sales")
                 cutOff(SalesBook());
+            else if (work_ == "backups")
+                cutOff(BackupsBook(root_ / "share" / "copia" / "Copia.seguranca"));
             else
                 cutOff(OrdersBook());
         } catch (const Failure& failure) {
@@ -234,7 +237,7 @@ private:
 int main(int argc, char** argv)
 try {
     if (argc < 4)
-        throw std::runtime_error("power_cuts orders|sales WAY NUMBER [SEED]");
+        throw std::runtime_error("power_cuts orders|sales|backups WAY NUMBER [SEED]");
     const unsigned seed = argc > 4 ? static_cast<unsigned>(std::stoul(argv[4])) : 1;
     return Cutter(argv[0], argv[1], argv[2], std::stoi(argv[3]), seed).run();
 } catch (const std::exception& error) {

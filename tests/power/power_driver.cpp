@@ -13,6 +13,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QTableView>
 
@@ -54,7 +56,8 @@ Answer answer(const Box& box)
     if (box.text.startsWith(u"Máximo 24 linhas"))
         return Answer::Ok;
     if (box.text != u"Uso interno da oficina ?" &&
-        box.text != u"Deseja Realmente Excluir este Cliente ?")
+        box.text != u"Deseja Realmente Excluir este Cliente ?" &&
+        !box.text.startsWith(u"Operação concluída"))
         say({u"box"_s, box.text.simplified()});
     return box.buttons == BoxButtons::YesNo ? Answer::Yes : Answer::Ok;
 }
@@ -75,6 +78,8 @@ public:
             click(form_.Command1(11));
         }
     }
+
+    bool isEmpty() const { return numbers_.isEmpty(); }
 
     void doSomething()
     {
@@ -158,6 +163,30 @@ void orders(bool onceEach)
         desk.doSomething();
 }
 
+// The order's name is changed, copied away, changed again and brought back.
+void backups(bool onceEach)
+{
+    const auto step = [](const char* what, void (Form1principal::*routine)()) {
+        form<Form1Cli>().unload();
+        say({QString::fromLatin1(what)});
+        (principal().*routine)();
+        say({u"done"_s});
+        form<Form1Cli>().show();
+    };
+    const auto change = [](Desk& desk) {
+        desk.open();
+        desk.isEmpty() ? desk.add() : desk.edit();
+    };
+    Desk desk;
+    status->armed = 1;
+    do {
+        change(desk);
+        step("backup", &Form1principal::EfetuaBackup);
+        change(desk);
+        step("restore", &Form1principal::EfetuaRestauracao);
+    } while (!onceEach);
+}
+
 Form1pecavenda& counter()
 {
     return form<Form1pecavenda>();
@@ -214,7 +243,7 @@ void sales()
 } // namespace
 
 // power_driver init FOLDER SHARED_FILE
-// power_driver orders|sales FOLDER WAY SEED CALL CUT
+// power_driver orders|sales|backups FOLDER WAY SEED CALL CUT
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -226,7 +255,10 @@ int main(int argc, char** argv)
     setApplicationFolder(arguments[2]);
     if (mode == u"init") {
         layDownInstallation(arguments[2], false);
+        const QString copies = QFileInfo(arguments[3]).path() + u"/copia"_s;
+        QDir().mkpath(copies);
         Funciones::GravaIni(u"Local"_s, u"Caminho"_s, arguments[3], Funciones::CaminhoIni());
+        Funciones::GravaIni(u"Backup"_s, u"Pastabackup"_s, copies, Funciones::CaminhoIni());
         return 0;
     }
     prepareApplication(application);
@@ -247,6 +279,8 @@ int main(int argc, char** argv)
 
     if (mode == u"sales")
         sales();
+    else if (mode == u"backups")
+        backups(way == u"sweep" || way == u"deaf");
     else
         orders(way == u"sweep" || way == u"deaf");
     say({u"end"_s});

@@ -39,6 +39,11 @@ void Patience::setLimitForTests(std::optional<int> milliseconds)
     waiting().limit = milliseconds.value_or(UsualLimit);
 }
 
+qint64 Patience::limit()
+{
+    return waiting().limit;
+}
+
 bool Patience::wait(int asked)
 {
     if (isInVain_)

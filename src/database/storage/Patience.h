@@ -14,6 +14,7 @@ public:
     static Patience& of(const QString& path);
     // Milliseconds; nothing for the usual ones.
     static void setLimitForTests(std::optional<int> milliseconds);
+    static qint64 limit();
 
     // Waits a little; false where it is not to be asked again. asked: how often it was by now.
     bool wait(int asked);

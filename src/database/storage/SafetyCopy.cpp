@@ -2,12 +2,15 @@
 
 #include "Database.h"
 #include "FileFormat.h"
+#include "Patience.h"
 #include "RuntimeError.h"
 #include "SqliteHandle.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -19,6 +22,16 @@ namespace {
 // Pages that are copied, and steps of the engine's machine that run, between two ticks.
 constexpr int PagesAtOnce = 512;
 constexpr int StepsAtOnce = 200'000;
+
+// A station that writes all the time leaves the file free for moments only: the lock is asked for
+// at short and even intervals, else it would never be had.
+constexpr unsigned long Pause = 1; // milliseconds
+
+int waitForLock(void* clock, int /*asked*/)
+{
+    QThread::msleep(Pause);
+    return static_cast<QElapsedTimer*>(clock)->elapsed() < Patience::limit();
+}
 
 int tickOfEngine(void* tick)
 {
@@ -134,9 +147,13 @@ ExclusiveFile::ExclusiveFile(const QString& path, Tick tick) : tick_(std::move(t
     sqlite3_limit(handle_->get(), SQLITE_LIMIT_ATTACHED, 1);
     if (tick_)
         sqlite3_progress_handler(handle_->get(), StepsAtOnce, tickOfEngine, &tick_);
+    QElapsedTimer clock;
+    clock.start();
+    sqlite3_busy_handler(handle_->get(), waitForLock, &clock);
     handle_->execute("PRAGMA locking_mode=EXCLUSIVE; PRAGMA synchronous=EXTRA");
     handle_->execute("BEGIN EXCLUSIVE");
     handle_->execute("COMMIT"); // the lock stays
+    sqlite3_busy_handler(handle_->get(), nullptr, nullptr);
     const qint64 format = handle_->integer("PRAGMA application_id");
     if (format != fileformat::Plain && format != fileformat::Marked)
         handle_->raise(SQLITE_NOTADB);
