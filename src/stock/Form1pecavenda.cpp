@@ -92,7 +92,7 @@ void Form1pecavenda::Form_Load()
     Tabela3->Open(Orders, Conexao3.shared(), CursorType::Static, LockType::Optimistic);
     AbreBanco4();
     Tabela4->Open(Orders, Conexao4.shared(), CursorType::Static, LockType::Optimistic);
-    orderIndex_.reset();
+    orders_.reset();
     DescricaoPeca.clear();
     DescricaoPedido.clear();
     LimpaCamposItem();

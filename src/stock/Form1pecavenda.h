@@ -3,11 +3,11 @@
 #include "CommonDialog.h"
 #include "Controls.h"
 #include "RuntimeError.h"
-#include "SubstringIndex.h"
 
 #include <QString>
 
 #include <optional>
+#include <string>
 #include <vector>
 
 // The counter sale: parts are picked from the catalogue into a list that lies on this computer; the
@@ -108,8 +108,13 @@ private:
     // The row of the list that was lit for the clerk, who did not choose it; 0 for none.
     int litRow_ = 0;
     // The orders as this load found them, for the look-up of a whole catalogue.
-    std::vector<QString> orders_;
-    std::optional<SubstringIndex> orderIndex_;
+    struct OrderTexts
+    {
+        std::vector<QString> descriptions;
+        std::string folded;            // all of them, joined
+        std::vector<std::size_t> ends; // of each in the joined text
+    };
+    std::optional<OrderTexts> orders_;
     // Descriptions passed since DescricaoPedido was last brought up to date.
     std::vector<QString> passed_;
 };

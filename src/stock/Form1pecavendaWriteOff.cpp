@@ -1,5 +1,6 @@
 #include "Form1pecavenda.h"
 
+#include "ByteSearch.h"
 #include "Collation.h"
 #include "Dates.h"
 #include "EventTransactions.h"
@@ -11,6 +12,8 @@
 #include "Strings.h"
 
 #include <QScopedValueRollback>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
@@ -213,25 +216,28 @@ std::optional<QString> Form1pecavenda::firstOrderLike(const QString& description
 {
     if (!canBeLookedUp(description))
         return std::nullopt;
-    const std::optional<int> place = orderIndex_->firstContaining(folded(Trim(description)));
-    if (!place)
+    const std::string text = folded(Trim(description)).toStdString();
+    const std::size_t place = findBytes(orders_->folded, text, 0);
+    if (place == std::string::npos)
         return std::nullopt;
-    return orders_[*place];
+    const auto end = std::upper_bound(orders_->ends.begin(), orders_->ends.end(), place);
+    return orders_->descriptions[static_cast<std::size_t>(end - orders_->ends.begin())];
 }
 
 // Once a load: Tabela4 keeps the orders of the time when the form was opened, so that what is
 // ordered here is not found before the form is opened again. Meant.
 void Form1pecavenda::readOrders()
 {
-    if (orderIndex_)
+    constexpr char Divider = '\xff'; // stands in no text
+    if (orders_)
         return;
-    orders_.clear();
-    std::vector<QString> keys;
+    OrderTexts orders;
     if (Tabela4->RecordCount() != 0)
         Tabela4->MoveFirst();
     for (; !Tabela4->eof(); Tabela4->MoveNext()) {
-        orders_.push_back(Tabela4->Fields(1).textOrEmpty());
-        keys.push_back(folded(orders_.back()));
+        orders.descriptions.push_back(Tabela4->Fields(1).textOrEmpty());
+        orders.folded += folded(orders.descriptions.back()).toStdString() + Divider;
+        orders.ends.push_back(orders.folded.size());
     }
-    orderIndex_.emplace(keys);
+    orders_ = std::move(orders);
 }
