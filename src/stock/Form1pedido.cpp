@@ -259,7 +259,8 @@ void Form1pedido::Incluir()
 void Form1pedido::Editar()
 {
     // After a save another row is current than the one on show; nobody's text lands in it unseen.
-    MostraPedido();
+    if (Tabela1->rowKey() != rowOnShow_)
+        MostraPedido();
     openBoxes();
     Command1(button::Excluir).setEnabled(true);
     FlagRecarga = 1;

@@ -190,8 +190,9 @@ TEST_F(PurchaseListTest, GridShowsItsOrderButNotOverANewOne)
     EXPECT_EQ(shown(), u"01/03/2026|Typed|1|0000001"_s);
     EXPECT_EQ(enabledOf(list().Command1), Browsing);
     press(2);
-    EXPECT_EQ(shown(), u"01/03/2026|First|1|0000001"_s);
+    EXPECT_EQ(shown(), u"01/03/2026|Typed|1|0000001"_s);
     press(9);
+    EXPECT_EQ(shown(), u"01/03/2026|First|1|0000001"_s);
 
     press(0);
     type(list().Text1(0), u"New"_s);
