@@ -1,10 +1,12 @@
-// The registers over 10,000 rows each, beside the engine's own interface.
+// The registers and the lists of orders over 10,000 rows each, beside the engine's own interface.
 
 #include "Application.h"
 #include "Buscafornecedor.h"
 #include "EventTransactions.h"
 #include "Form1Defeitos.h"
 #include "Form1For.h"
+#include "Form1manutencao.h"
+#include "Form1pedido.h"
 #include "Form1principal.h"
 #include "Measure.h"
 
@@ -34,12 +36,22 @@ void fillRegisters(RawFile& file)
                     "'TX-'||i,'Liga e desliga em seguida, sem imagem e com chiado','Capacitor da "
                     "fonte com fuga.'||char(10)||'Trocar C910 e C912.'||char(10)||'Medir os 115 V "
                     "antes de fechar o aparelho.' FROM n");
+    file.run(upTo + "INSERT INTO PEDIDO(DATAPEDIDO,DESCRICAO,QUANTIDADE,CODIGO) SELECT "
+                    "printf('%02d/%02d/2026',1+i%28,1+i%12),'Transistor de saída '||i,"
+                    "CASE WHEN i%3=0 THEN 'p.EST' ELSE ''||(i%20) END,printf('%07d',i) FROM n");
+    file.run(upTo + "INSERT INTO MANUTENCAO(NUMERO,DATAPEDIDO,DATACONCLUSAO,NOME,ENDERECO,CIDADE,"
+                    "UF,NUMEROCASA,BAIRRO,TELEFONE,CPF,SERVICOSOLICITADO1,SERVICOEXECUTADO1,"
+                    "OBSERVACAO,VALOR) SELECT printf('%07d',i),'05/03/2026','**/**/****',"
+                    "'José Conceição '||i,'Rua São Bento','Campinas','SP',''||i,'Centro',"
+                    "'(19)3232-4410','529-982-247/25','Revisão da antena coletiva',"
+                    "'Trocados 30 metros de cabo',printf('%.39c','*'),'120,00' FROM n");
     file.run("COMMIT");
 }
 
 void closeForms()
 {
-    for (const char* name : {Form1For::Name, Buscafornecedor::Name, Form1Defeitos::Name})
+    for (const char* name : {Form1For::Name, Buscafornecedor::Name, Form1Defeitos::Name,
+                             Form1pedido::Name, Form1manutencao::Name})
         FormRegistry::instance().unload(QString::fromLatin1(name));
     QCoreApplication::sendPostedEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -57,6 +69,8 @@ int main(int argc, char** argv)
     addForm<Form1For>();
     addForm<Buscafornecedor>();
     addForm<Form1Defeitos>();
+    addForm<Form1pedido>();
+    addForm<Form1manutencao>();
 
     const BenchInstallation installation;
     RawFile raw(installation.mainFile());
@@ -87,6 +101,18 @@ int main(int argc, char** argv)
          [] { form<Form1Defeitos>().load(); },
          {},
          closedAndChanged("DEFEITO", "MODELO")},
+        {"the parts to buy open after a foreign change, grid filled",
+         1.5,
+         all("SELECT * FROM PEDIDO ORDER BY DATAPEDIDO"),
+         [] { form<Form1pedido>().load(); },
+         {},
+         closedAndChanged("PEDIDO", "DESCRICAO")},
+        {"the on-site orders open after a foreign change",
+         1.5,
+         all("SELECT * FROM MANUTENCAO ORDER BY NUMERO"),
+         [] { form<Form1manutencao>().load(); },
+         {},
+         closedAndChanged("MANUTENCAO", "NOME")},
         {"a key stroke in the supplier search, 40 % match",
          0.6,
          [&raw] {

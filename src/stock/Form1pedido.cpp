@@ -198,6 +198,9 @@ try {
 // The row that is current after a cancelled or deleted one; empty boxes where there is none.
 void Form1pedido::showCurrentRow()
 try {
+    // Another station may have deleted the one that was.
+    if (Tabela1->AbsolutePosition() == 0 && Tabela1->RecordCount() != 0)
+        Tabela1->MoveLast();
     MostraPedido();
 } catch (const RuntimeError&) {
     LimpaPedido();

@@ -201,7 +201,10 @@ try {
     } catch (const RuntimeError& error) {
         if (error.number() != RuntimeError::RowChanged)
             throw;
-        // What another station wrote comes into view; asked for again, the order goes.
+        // What another station wrote comes into view; asked for again, the order goes. Where it is
+        // gone already, another one is shown.
+        if (Tabela1->AbsolutePosition() == 0 && Tabela1->RecordCount() != 0)
+            Tabela1->MoveLast();
         AtualizaContagem();
         return;
     }

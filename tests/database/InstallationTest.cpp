@@ -68,6 +68,18 @@ TEST_F(InstallationTest, ExamplesAreAsAShopWouldHaveThem)
           u"MOVIMENTO JOIN Pecas ON MOVIMENTO.codigo=Pecas.CODIGO "
           "WHERE MOVIMENTO.descricao<>Pecas.DESCRICAO"_s})
         EXPECT_EQ(one(u"SELECT count(*) FROM "_s + none), u"0"_s);
+    EXPECT_EQ(one(u"SELECT count(*) FROM PEDIDO"_s), u"60"_s);
+    EXPECT_NE(one(u"SELECT count(*) FROM PEDIDO WHERE QUANTIDADE='p.EST'"_s), u"0"_s);
+    EXPECT_EQ(one(u"SELECT count(*) FROM MANUTENCAO"_s), u"40"_s);
+    // What was left empty holds the stars of its field, and no others.
+    EXPECT_EQ(one(u"SELECT count(*) FROM MANUTENCAO WHERE "
+                  "trim(SERVICOSOLICITADO2, '*')='' AND length(SERVICOSOLICITADO2)<>26 OR "
+                  "trim(SERVICOSOLICITADO4, '*')='' AND length(SERVICOSOLICITADO4)<>29 OR "
+                  "trim(SERVICOEXECUTADO1, '*')='' AND length(SERVICOEXECUTADO1)<>31 OR "
+                  "trim(SERVICOEXECUTADO4, '*')='' AND length(SERVICOEXECUTADO4)<>33 OR "
+                  "trim(OBSERVACAO, '*')='' AND length(OBSERVACAO)<>39 OR "
+                  "trim(EMAIL, '*')='' AND length(EMAIL)<>33"_s),
+              u"0"_s);
     for (const QString& table : {u"FORNECEDOR"_s, u"DEFEITO"_s, u"PEDIDO"_s, u"MANUTENCAO"_s})
         EXPECT_GT(one(u"SELECT count(*) FROM "_s + table).toInt(), 0) << table.toStdString();
     for (const QString& document :

@@ -79,6 +79,22 @@ TEST_F(PurchaseStationsTest, OrderThatWasChangedIsShownBeforeItGoes)
     EXPECT_EQ(orders(), QStringList{u"02/03/2026|Part|1|0000002"_s});
 }
 
+TEST_F(PurchaseStationsTest, OrderThatTheOtherStationDeletedLeavesTheForm)
+{
+    openList();
+    edit(2);
+    mainSql(u"DELETE FROM PEDIDO WHERE CODIGO='0000002'"_s);
+    type(list().Text1(0), u"Typed"_s);
+    expectErrorBox(u"Erro nº -2147217864"_s);
+    press(1);
+    press(9);
+    EXPECT_EQ(shown(), u"03/03/2026|Part|1|0000003"_s);
+    mainSql(u"DELETE FROM PEDIDO WHERE CODIGO='0000003'"_s);
+    escape();
+    EXPECT_EQ(shown(), u"01/03/2026|Part|1|0000001"_s);
+    EXPECT_EQ(list().Text1(2).text(), u"0000001"_s);
+}
+
 // Each call and each write fails in its turn: the order is stored whole or not at all, and where it
 // is not, the boxes stay open and the next press stores it.
 TEST_F(PurchaseStationsTest, SaveThatFailsStoresNothingAndCanBeTriedAgain)

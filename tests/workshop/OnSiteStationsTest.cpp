@@ -90,6 +90,18 @@ TEST_F(OnSiteStationsTest, OrderThatWasChangedIsShownBeforeItGoes)
     EXPECT_TRUE(ends().empty());
 }
 
+TEST_F(OnSiteStationsTest, OrderThatTheOtherStationDeletedLeavesTheForm)
+{
+    openRecord();
+    edit(u"0000002"_s);
+    mainSql(u"DELETE FROM MANUTENCAO WHERE NUMERO='0000002'"_s);
+    remove();
+    EXPECT_EQ(record().Text1(18).text(), u"0000003"_s);
+    EXPECT_EQ(record().Text5.text(), u"0000002"_s);
+    EXPECT_EQ(enabledOf(record().Command1), u"0 2 5 6 8 10 11 12 13"_s);
+    EXPECT_TRUE(ends().empty());
+}
+
 // Each call and each write fails in its turn: the save is stored whole or not at all, what is not
 // the order on show stays, and the program ends after its box.
 TEST_F(OnSiteStationsTest, SaveThatFailsStoresNothing)
