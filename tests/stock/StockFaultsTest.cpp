@@ -146,6 +146,7 @@ TEST_F(StockFaults, ListThatFailsToChangeDoesSoAtTheNextTry)
         const auto begin = [this] { beginAgain(), openSale(); };
         failEachCall(begin, change, check, 3);
         failEachWrite(begin, change, check, "MIRANDEL1.mdb", 1);
+        failEachLock(begin, change, check, "MIRANDEL1.mdb", 1);
     }
 }
 

@@ -289,8 +289,10 @@ TEST_F(WriteOffTest, BookingThatDoesNotBecomeDurableShowsTheListAgain)
         openSale();
         EXPECT_EQ(lines().size(), 0);
     };
-    for (const char* file : {"GALTERIA1.mdb", "MIRANDEL1.mdb"})
+    for (const char* file : {"GALTERIA1.mdb", "MIRANDEL1.mdb"}) {
         failEachWrite(prepare, print, check, file, 1);
+        failEachLock(prepare, print, check, file, 1);
+    }
 }
 
 TEST_F(WriteOffTest, PartsAtExactlyZeroAreOrderedOnceAnOpening)
