@@ -328,30 +328,31 @@ protected:
         if (below(8) != 0)
             insert(twins_, u"PECAAPLICADA"_s, twinNames(), twin);
     }
-    // The row of that rank among those that are left.
+    // Often in the very row that is worked on here.
     void otherStation()
     {
-        if (orders_.size() < 5 || below(6) == 0) {
+        const auto left = std::count_if(orders_.begin(), orders_.end(),
+                                        [](const auto& row) { return !row->isGone; });
+        if (left < 5 || (left < 12 && below(8) == 0)) {
             insertOrder(QString::number(10'000'000 + below(60)).right(7));
             return;
         }
-        const bool isTwin = below(2) == 0 && !twins_.empty();
-        Table& table = isTwin ? twins_ : orders_;
+        const bool isTwin = below(2) == 0;
+        const Table& table = isTwin ? twins_ : orders_;
         const QString name = isTwin ? u"PECAAPLICADA"_s : u"Cliente"_s;
         const QStringList names = isTwin ? twinNames() : orderNames_;
-        std::vector<int> left;
-        for (int i = 0; i < static_cast<int>(table.size()); ++i)
-            if (!table[static_cast<size_t>(i)]->isGone)
-                left.push_back(i);
-        if (left.empty())
+        const View& view = isTwin ? Tabela4 : Tabela1;
+        const bool isHere = view.has() && below(2) == 0;
+        const auto row = isHere ? view.rows[static_cast<size_t>(view.place)].row : oneOf(table);
+        if (row->isGone)
             return;
-        const int rank = below(static_cast<int>(left.size()));
-        Row& row = *table[static_cast<size_t>(left[static_cast<size_t>(rank)])];
+        const auto rank = std::count_if(table.begin(), std::find(table.begin(), table.end(), row),
+                                        [](const auto& other) { return !other->isGone; });
         const QString which =
             u" WHERE _id = (SELECT _id FROM %1 ORDER BY _id LIMIT 1 OFFSET %2)"_s.arg(name).arg(
                 rank);
         if (below(8) == 0) {
-            row.isGone = true;
+            row->isGone = true;
             mainSql(u"DELETE FROM "_s + name + which);
             return;
         }
@@ -360,7 +361,7 @@ protected:
         const QString text = isFlag ? QString::number(below(2)) : oneOf(texts_);
         if (!isTwin && field == 2)
             return;
-        row.stored[static_cast<size_t>(field)] = text;
+        row->stored[static_cast<size_t>(field)] = text;
         mainSql(u"UPDATE "_s + name + u" SET "_s + names[field] + u" = "_s + literal(text) + which);
     }
 
@@ -412,10 +413,10 @@ protected:
     QString step()
     {
         const int what = below(20);
-        if (what < 5) {
+        if (what < (isEditing_ || canEdit_ ? 3 : 12)) {
             const QString number = oneOf(
-                QStringList{u""_s, u"5"_s, u"05"_s, u"1"_s, u"0000005"_s, u"77777"_s, u"3"_s});
-            typeInto(0, number);
+                QStringList{u""_s, u"5"_s, u"05"_s, u"00"_s, u"000"_s, u"0000005"_s, u"77777"_s});
+            typeInto(0, number.left(1) == text_[0].left(1) ? u""_s : number);
             return u"search "_s + number;
         }
         if (what < 8 && gridVisible_ && !grid_.isEmpty()) {
@@ -426,7 +427,7 @@ protected:
             return u"row "_s + number;
         }
         if (what < 12) {
-            const int button = below(5) == 0 ? 3 : below(3);
+            const int button = below(8) == 0 ? below(4) : isEditing_ ? 1 + below(4) / 3 : 0;
             pressButton(button);
             return u"button %1"_s.arg(button);
         }
