@@ -149,6 +149,9 @@ TEST_F(Form1servicoTest, OneJobIsNotedInBothRowsAndNowhereElse)
     QTest::keyClicks(second, u"corr"_s);
     QTest::keyClick(second, Qt::Key_Down);
     EXPECT_EQ(shownLine(2), u"0000002|Correia||1.250,00"_s) << "a Null equivalent, not the stock";
+    QTest::keyClick(second, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bench().window()->focusWidget()->objectName(), u"Text1_16"_s);
     enter(bench().Combo9);
     QTest::keyClicks(bench().Combo9.widget(), u"fio solto"_s);
     EXPECT_EQ(shownLine(9), u"|fio solto||0,00"_s) << "typing looks nothing up";
