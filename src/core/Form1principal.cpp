@@ -214,6 +214,9 @@ void Form1principal::Command2_Click(int Index)
     if (Control* box = search.control(u"Text1"_s, target))
         static_cast<TextBox*>(box)->setText(Text1(Index).text());
     search.show();
+    auto* grid = static_cast<FlexGrid*>(search.control(u"MSFlexGrid1"_s, -1));
+    if (grid && grid->visible() && grid->Rows() > 1)
+        grid->SetFocus();
 }
 
 void Form1principal::Text1_KeyPress(int, int& KeyAscii)

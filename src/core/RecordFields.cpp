@@ -1,14 +1,46 @@
 #include "RecordFields.h"
 
 #include "Format.h"
-#include "GridRow.h"
+#include "GridRows.h"
 #include "RecordForms.h"
-#include "RowsView.h"
 #include "RuntimeError.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+class ShownRows : public GridRows
+{
+public:
+    ShownRows(std::shared_ptr<const RowsView> rows, std::vector<GridField> columns)
+        : rows_(std::move(rows)), columns_(std::move(columns)), count_(rows_->count())
+    {
+    }
+    void keep(const IsMeant& isMeant)
+    {
+        for (int row = 0; row < rows_->count(); ++row)
+            if (isMeant(*rows_, row))
+                kept_.emplace_back(row);
+        count_ = static_cast<int>(kept_.size());
+    }
+
+    int count() const override { return count_; }
+    QString text(int row, int column) const override
+    {
+        if (column >= static_cast<int>(columns_.size()))
+            return {};
+        const GridField& field = columns_[static_cast<size_t>(column)];
+        if (!kept_.empty())
+            row = kept_[static_cast<size_t>(row)];
+        return field.shown(rows_->value(row, field.position));
+    }
+
+private:
+    std::shared_ptr<const RowsView> rows_;
+    std::vector<GridField> columns_;
+    int count_;
+    std::vector<int> kept_;
+};
 
 // The row as it lies in the file now; nothing for a new row, and for one that cannot be had, which
 // is the update's to tell.
@@ -85,24 +117,17 @@ void setHeadings(FlexGrid& grid, const std::vector<GridField>& columns)
     }
 }
 
-void refillGrid(FlexGrid& grid, const ObjectVariable<Recordset>& table,
-                const std::vector<GridField>& columns)
+int refillGrid(FlexGrid& grid, const ObjectVariable<Recordset>& table,
+               const std::vector<GridField>& columns, const IsMeant& isMeant)
 {
-    const std::shared_ptr<const RowsView> rows = table->rowsNow();
-    grid.setRows(2);
-    grid.fillRows([&, row = 0](GridRow& cells) mutable {
-        if (row == rows->count())
-            return false;
-        for (const GridField& field : columns)
-            cells.add(field.shown(rows->value(row, field.position)));
-        ++row;
-        return true;
-    });
-    grid.setRows(grid.Rows() - 1);
+    const auto rows = std::make_shared<ShownRows>(table->rowsNow(), columns);
+    if (isMeant)
+        rows->keep(isMeant);
+    grid.showRows(rows);
+    return rows->count();
 }
 
 void emptyGrid(FlexGrid& grid)
 {
-    grid.setRows(2);
-    grid.setRows(1);
+    grid.showRows(nullptr);
 }

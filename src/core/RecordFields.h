@@ -3,9 +3,11 @@
 #include "Controls.h"
 #include "ObjectVariable.h"
 #include "Recordset.h"
+#include "RowsView.h"
 
 #include <QString>
 
+#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -49,8 +51,10 @@ struct GridField
 
 // Widths and heading row.
 void setHeadings(FlexGrid& grid, const std::vector<GridField>& columns);
-// All rows of the table, in its order, as they are when this is called; the current row stays.
-void refillGrid(FlexGrid& grid, const ObjectVariable<Recordset>& table,
-                const std::vector<GridField>& columns);
+// All rows of the table, in its order, as they are when this is called, or those that are meant;
+// the current row stays. The grid reads them when it paints. The answer is how many they are.
+using IsMeant = std::function<bool(const RowsView& rows, int row)>;
+int refillGrid(FlexGrid& grid, const ObjectVariable<Recordset>& table,
+               const std::vector<GridField>& columns, const IsMeant& isMeant = {});
 // The heading alone.
 void emptyGrid(FlexGrid& grid);

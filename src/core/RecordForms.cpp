@@ -147,8 +147,17 @@ ObjectVariable<Recordset> openedAnew(const QString& sql,
 {
     ObjectVariable<Recordset> table;
     table.create();
-    table->Open(sql, connection.shared(), CursorType::Static, LockType::Optimistic);
+    openStatic(table, connection, sql);
     return table;
+}
+
+void endSearch(ObjectVariable<Recordset>& table, const QString& field, const QString& text)
+try {
+    table->MoveFirst();
+    table->Find(likeCriterion(field, text));
+    table->Close();
+} catch (const RuntimeError&) {
+    // The row may be gone from a later search; the record form looks it up itself.
 }
 
 void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const QString& text)
@@ -164,29 +173,6 @@ void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const 
     }
     if (!found && place > 0)
         table->setAbsolutePosition(place);
-}
-
-std::vector<Value> shownValues(ObjectVariable<Recordset>& table)
-{
-    std::vector<Value> values;
-    for (int field = 0; field < table->fieldCount(); ++field)
-        values.push_back(table->Fields(field));
-    return values;
-}
-
-bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& filled,
-                 const std::function<void()>& fill)
-{
-    const std::vector<Value> stored = table->storedValues();
-    const std::vector<Value> shown = shownValues(table);
-    fill();
-    const std::vector<Value> typed = shownValues(table);
-    table->CancelUpdate();
-    bool overtaken = false;
-    for (size_t field = 0; field < filled.size(); ++field)
-        overtaken |= stored[field] != filled[field] && typed[field] != shown[field] &&
-                     typed[field] != stored[field];
-    return overtaken;
 }
 
 void closeIfOpen(ObjectVariable<Recordset>& table, ObjectVariable<Connection>& connection)

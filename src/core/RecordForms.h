@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -61,17 +60,12 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
 ObjectVariable<Recordset> openedAnew(const QString& sql,
                                      const ObjectVariable<Connection>& connection);
 
+// What "Abrir" of a search dialog does to its recordset; serves nobody, and fails silently.
+void endSearch(ObjectVariable<Recordset>& table, const QString& field, const QString& text);
+
 // The first row whose field holds the text becomes current; where none does, or the text is one
 // that nothing can hold, the row that was current stays.
 void lookUpOrStay(ObjectVariable<Recordset>& table, const QString& field, const QString& text);
-
-// The fields of the current row as the recordset shows them.
-std::vector<Value> shownValues(ObjectVariable<Recordset>& table);
-// After a save that failed, with the row taken anew: whether a second try would write over what
-// another station stored since the boxes were filled, from these values. fill: puts the boxes into
-// the row.
-bool isOvertaken(ObjectVariable<Recordset>& table, const std::vector<Value>& filled,
-                 const std::function<void()>& fill);
 
 // Closes what is open of a pair, the recordset first, and lets both go: a form whose load stopped
 // half way must still be left without an error. Elsewhere closing stays strict.

@@ -54,7 +54,6 @@ void Buscafornecedor::Text1_Change(int Index)
 
 void Buscafornecedor::search(const QString& text, const QString& selectWhere)
 {
-    static const std::vector<GridColumn> fields{{9}, {0}, {1}, {8}};
     // With text left in another box the emptied one lists every firm, out of reach.
     MSFlexGrid1.setEnabled(!text.isEmpty());
     if (Text1(0).text().isEmpty() && Text1(1).text().isEmpty() && Text1(2).text().isEmpty()) {
@@ -67,10 +66,8 @@ void Buscafornecedor::search(const QString& text, const QString& selectWhere)
     // The text goes in as it was typed: an apostrophe breaks the statement, and is meant to.
     Tabela1->Open(likeQuery(selectWhere, text), Conexao1.shared(), CursorType::Static,
                   LockType::ReadOnly);
-    fillGrid(MSFlexGrid1, *Tabela1.shared(), fields);
-    MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
-    setCaption(u"Buscar Fornecedor - "_s + QString::number(Tabela1->RecordCount()) +
-               u" fornecedor encontrados"_s);
+    const int found = refillGrid(MSFlexGrid1, Tabela1, columns());
+    setCaption(u"Buscar Fornecedor - "_s + QString::number(found) + u" fornecedor encontrados"_s);
 }
 
 void Buscafornecedor::MSFlexGrid1_Click()
@@ -86,13 +83,7 @@ void Buscafornecedor::Command1_Click()
     const QString code = Text2.text();
     if (Trim(code).isEmpty())
         return;
-    try {
-        Tabela1->MoveFirst();
-        Tabela1->Find(likeCriterion(u"CODIGO"_s, code));
-        Tabela1->Close();
-    } catch (const RuntimeError&) {
-        // Serves nobody here; the register looks the firm up itself.
-    }
+    endSearch(Tabela1, u"CODIGO"_s, code);
     form<Form1For>().Text3.setText(code); // loads the register, which unloads this dialog
     form<Form1For>().show(ShowStyle::Modal);
     Command1.setEnabled(false);

@@ -3,11 +3,12 @@
 #include "Form1Cli.h"
 #include "FormRegistry.h"
 #include "Funciones.h"
+#include "RecordFields.h"
 #include "RecordForms.h"
-#include "RuntimeError.h"
 #include "Strings.h"
 #include "ui_Buscacli.h"
 
+#include <algorithm>
 #include <array>
 
 using namespace Funciones;
@@ -21,20 +22,29 @@ const std::array<QString, 5> Queries{
     u"SELECT * FROM Cliente WHERE celular"_s,
 };
 
-struct Column
+const std::vector<GridField>& columns()
 {
-    QString heading;
-    int twips;
-    int position;
-};
+    static const std::vector<GridField> list{{0, u"Numero"_s, 700},
+                                             {3, u"Nome"_s, 2580},
+                                             {14, u"Marca"_s, 1600},
+                                             {10, u"Telefone"_s, 1000},
+                                             {11, u"Celular"_s, 1000}};
+    return list;
+}
 
-const std::array<Column, 5> Columns{{
-    {u"Numero"_s, 700, 0},
-    {u"Nome"_s, 2580, 3},
-    {u"Marca"_s, 1600, 14},
-    {u"Telefone"_s, 1000, 10},
-    {u"Celular"_s, 1000, 11},
-}};
+bool isDigit(QChar character)
+{
+    return character >= u'0' && character <= u'9';
+}
+
+// Digits that stand in this order; what stands between them is looked at afterwards.
+QString apart(const QString& digits)
+{
+    QStringList characters;
+    for (const QChar digit : digits)
+        characters << digit;
+    return characters.join(u'%');
+}
 
 } // namespace
 
@@ -52,20 +62,8 @@ Buscacli::Buscacli() : Form(QString::fromLatin1(Name), makeWindow<Ui::Buscacli>(
 void Buscacli::Form_Load()
 {
     clear(Text1, 0, 4);
-    for (int col = 0; col < static_cast<int>(Columns.size()); ++col) {
-        MSFlexGrid1.setColWidth(col, Columns[static_cast<size_t>(col)].twips);
-        MSFlexGrid1.setTextMatrix(0, col, Columns[static_cast<size_t>(col)].heading);
-    }
+    setHeadings(MSFlexGrid1, columns());
     AbreBanco();
-}
-
-// By their texts, not by index: a box that reads like one before it searches that one's field.
-int Buscacli::firstBoxLike(int Index) const
-{
-    int box = 0;
-    while (!sameText(Text1(Index), Text1(box)))
-        ++box;
-    return box;
 }
 
 bool Buscacli::allEmpty() const
@@ -78,7 +76,7 @@ bool Buscacli::allEmpty() const
 
 void Buscacli::Text1_Change(int Index)
 {
-    const int box = firstBoxLike(Index);
+    const int box = firstWithText(Text1, Index, {0, 1, 2, 3, 4});
     const QString text = Text1(box).text();
     MSFlexGrid1.setVisible(!text.isEmpty());
     if (text.isEmpty()) {
@@ -92,33 +90,25 @@ void Buscacli::Text1_Change(int Index)
     MSFlexGrid1.setRows(2);
     AbreBanco();
     setCaption(u"Buscar Cliente"_s);
-    // The text goes in as it was typed: an apostrophe breaks the statement, and is meant to.
-    Tabela1->Open(likeQuery(Queries[static_cast<size_t>(box)], text), Conexao1.shared(),
-                  CursorType::Static, LockType::ReadOnly);
-    fillFromTabela1();
-    setCaption(u"Buscar Cliente - "_s + QString::number(Tabela1->RecordCount()) +
-               u" clientes encontrados"_s);
+    search(box, text);
 }
 
-void Buscacli::fillFromTabela1()
+void Buscacli::search(int box, const QString& text)
 {
-    if (!MSFlexGrid1.visible()) {
-        const std::shared_ptr<Recordset> found = Tabela1.shared();
-        MSFlexGrid1.setLazyRows(found->RecordCount(), [found](int row, int col) {
-            try {
-                found->setAbsolutePosition(row);
-                return found->Fields(Columns[static_cast<size_t>(col)].position).textOrEmpty();
-            } catch (const RuntimeError&) {
-                return QString(); // closed since, or out of reach
-            }
-        });
-        return;
-    }
-    std::vector<GridColumn> columns;
-    for (const Column& column : Columns)
-        columns.push_back({column.position, GridColumn::Text, {}});
-    fillGrid(MSFlexGrid1, *Tabela1.shared(), columns);
-    MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
+    // Digits alone find a telephone whatever signs it is stored with.
+    const bool byDigits =
+        box >= 3 && !text.isEmpty() && std::all_of(text.begin(), text.end(), isDigit);
+    const auto holdsDigits = [field = box + 7, &text](const RowsView& rows, int row) {
+        QString phone = rows.text(row, field);
+        phone.removeIf([](QChar character) { return !isDigit(character); });
+        return phone.contains(text);
+    };
+    // The text goes in as it was typed: an apostrophe breaks the statement, and is meant to.
+    Tabela1->Open(likeQuery(Queries[static_cast<size_t>(box)], byDigits ? apart(text) : text),
+                  Conexao1.shared(), CursorType::Static, LockType::ReadOnly);
+    const int found =
+        refillGrid(MSFlexGrid1, Tabela1, columns(), byDigits ? IsMeant(holdsDigits) : IsMeant());
+    setCaption(u"Buscar Cliente - "_s + QString::number(found) + u" clientes encontrados"_s);
 }
 
 void Buscacli::MSFlexGrid1_Click()
@@ -136,27 +126,19 @@ void Buscacli::MSFlexGrid1_DblClick()
 }
 
 // A clerk at the keyboard chooses with Space and opens with Enter.
-void Buscacli::MSFlexGrid1_KeyPress(int& KeyAscii)
+void Buscacli::MSFlexGrid1_KeyPress(int KeyAscii)
 {
-    if (KeyAscii != u' ' && KeyAscii != 13)
+    if (KeyAscii != 13)
         return;
     MSFlexGrid1_Click();
-    if (KeyAscii == 13)
-        MSFlexGrid1_DblClick();
-    KeyAscii = 0;
+    MSFlexGrid1_DblClick();
 }
 
 void Buscacli::Command1_Click()
 {
     const QString number = Text2.text();
     if (!Trim(number).isEmpty()) {
-        try {
-            Tabela1->MoveFirst();
-            Tabela1->Find(likeCriterion(u"numero"_s, number));
-            Tabela1->Close();
-        } catch (const RuntimeError&) {
-            // Serves nobody here; the record opens by its number below.
-        }
+        endSearch(Tabela1, u"numero"_s, number);
         openRecord(number);
     }
     Command1.setEnabled(false);

@@ -25,12 +25,11 @@ private:
     void Text1_KeyPress(int Index, int& KeyAscii);
     void MSFlexGrid1_Click();
     void MSFlexGrid1_DblClick();
-    void MSFlexGrid1_KeyPress(int& KeyAscii);
+    void MSFlexGrid1_KeyPress(int KeyAscii);
     void Command1_Click();
     void Command2_Click();
 
-    int firstBoxLike(int Index) const;
     bool allEmpty() const;
-    void fillFromTabela1();
+    void search(int box, const QString& text);
     void openRecord(const QString& number);
 };

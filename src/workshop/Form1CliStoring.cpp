@@ -27,6 +27,13 @@ QString asDocument(const Value& value)
     return Format(document, document.size() == CpfLength ? formats::Cpf : formats::Cgc);
 }
 
+// A telephone is stored with its signs, where it is this box that is stored.
+void storeSigns(int position, const TextBox& box, const MaskEdBox& withSigns)
+{
+    if (!box.text().isEmpty() && Tabela1->Fields(position).textOrEmpty() == box.text())
+        Tabela1->Fields(position) = withSigns.text();
+}
+
 } // namespace
 
 std::vector<BoxField> Form1Cli::fields()
@@ -82,10 +89,8 @@ void Form1Cli::GravaFicha()
 void Form1Cli::fillOrder()
 {
     storeFields(Tabela1, fields());
-    if (!Text3(1).text().isEmpty())
-        Tabela1->Fields(FirstPhone) = MaskEdBox2.text();
-    if (!Text3(2).text().isEmpty())
-        Tabela1->Fields(SecondPhone) = MaskEdBox3.text();
+    storeSigns(FirstPhone, Text3(1), MaskEdBox2);
+    storeSigns(SecondPhone, Text3(2), MaskEdBox3);
     for (int flag = 0; flag < 4; ++flag)
         Tabela1->Fields(FirstFlag + flag) = Check1(flag).value() != 0;
 }

@@ -1,5 +1,7 @@
 #include "WorkshopTest.h"
 
+#include <QWidget>
+
 namespace {
 
 class BuscacliTest : public WorkshopTest
@@ -51,6 +53,10 @@ TEST_F(BuscacliTest, EachBoxSearchesItsFieldAsTyped)
         {2, u"radio"_s, {u"0000001"_s}},
         {3, u"3333"_s, {u"0000001"_s}},
         {4, u"9999"_s, {u"0000002"_s}},
+        {3, u"1133334"_s, {u"0000001"_s}}, // digits, whatever stands between them
+        {3, u"11334"_s, {}},
+        {3, u"3333-4"_s, {u"0000001"_s}},
+        {4, u"119999"_s, {u"0000002"_s}},
         {1, u"a_1"_s, {u"0000011"_s}}, // wildcards act
         {1, u"n%1"_s, {u"0000011"_s}},
         {1, u"*"_s, {}},
@@ -127,7 +133,9 @@ TEST_F(BuscacliTest, RowsOpenByButtonByDoubleClickAndByKey)
             click(search.Command1);
         },
         [](Buscacli& search) {
-            search.MSFlexGrid1.setRow(2);
+            press(search.Text1(0), Qt::Key_Down);
+            EXPECT_EQ(search.window()->focusWidget(), search.MSFlexGrid1.widget());
+            press(search.MSFlexGrid1, Qt::Key_Down);
             press(search.MSFlexGrid1, Qt::Key_Space);
             EXPECT_EQ(search.Text2.text(), u"0000011"_s);
             click(search.Command1);
@@ -148,6 +156,23 @@ TEST_F(BuscacliTest, RowsOpenByButtonByDoubleClickAndByKey)
         EXPECT_FALSE(form<Form1Cli>().isLoaded());
     }
     EXPECT_EQ(timesShown, 3);
+}
+
+TEST_F(BuscacliTest, QuickSearchThatFoundSomethingOpensOnTheFirstRow)
+{
+    principal().show();
+    principal().Frame2(2).setEnabled(true);
+    for (const auto& [digits, onGrid] : {std::pair{u"1133"_s, true}, {u"777"_s, false}}) {
+        principal().Text1(2).setText(digits);
+        click(principal().Command2(2));
+        Buscacli& search = form<Buscacli>();
+        EXPECT_EQ(search.window()->focusWidget() == search.MSFlexGrid1.widget(), onGrid);
+        if (onGrid) {
+            press(search.MSFlexGrid1, Qt::Key_Space);
+            EXPECT_EQ(search.Text2.text(), u"0000001"_s);
+        }
+        search.unload();
+    }
 }
 
 TEST_F(BuscacliTest, HeadingMeansTheFirstRowAndNothingWithoutRows)

@@ -1,8 +1,11 @@
 #include "FailingDisk.h"
+#include "Faults.h"
 #include "WorkshopTest.h"
 
 #include <QLineEdit>
 #include <QtTest/QTest>
+
+#include <sqlite3.h>
 
 namespace {
 
@@ -158,6 +161,43 @@ TEST_F(Form1CliTest, NumberTakenElsewhereAsksAndYesEditsThatOrder)
     EXPECT_EQ(stored(u"0000005"_s, u"endereco"_s), u"Rua A"_s);
 }
 
+// The other station's order comes at each moment of the save in which the file lets it in.
+TEST_F(Form1CliTest, TwoStationsNeverGiveOneNumber)
+{
+    bool cameIn = true;
+    bool wasAsked = false;
+    setMsgBoxForTests([&wasAsked](const Box& box) {
+        wasAsked |= box.text == NumberQuestion;
+        return Answer::No;
+    });
+    int moment = 0;
+    while (cameIn) {
+        SCOPED_TRACE(++moment);
+        form<Form1Cli>().unload();
+        mainSql(u"DELETE FROM Cliente; DELETE FROM PECAAPLICADA"_s);
+        addOrder(u"0000004"_s, u"Ana"_s);
+        openRecord();
+        press(0);
+        cameIn = false;
+        int calls = 0;
+        faults::setObserver([&](faults::Call) {
+            if (++calls != moment)
+                return;
+            cameIn = true;
+            sqlite3* handle = nullptr;
+            sqlite3_open(mainFile().toUtf8().constData(), &handle);
+            sqlite3_exec(handle, "INSERT INTO Cliente (numero, Nome) VALUES ('0000005', 'Caio')",
+                         nullptr, nullptr, nullptr);
+            sqlite3_close(handle);
+        });
+        press(1);
+        faults::setObserver({});
+        EXPECT_EQ(sql(mainFile(), u"SELECT 1 FROM Cliente WHERE numero='0000005'"_s).size(), 1);
+    }
+    EXPECT_GT(moment, 4);
+    EXPECT_TRUE(wasAsked);
+}
+
 TEST_F(Form1CliTest, NumberGivenBackWhileTheQuestionStandsIsTakenByTheNextSave)
 {
     Form1Cli& cli = beginClash();
@@ -218,15 +258,16 @@ TEST_F(Form1CliTest, PasteTakesTheClientAndLeavesTheDevice)
 // has been seen.
 TEST_F(Form1CliTest, EditBesideAnotherStation)
 {
-    addOrder(u"0000004"_s, u"Ana"_s, u"endereco='', servicoexecutado=''"_s);
+    addOrder(u"0000004"_s, u"Ana"_s, u"endereco='', servicoexecutado='', telefone='1122223333'"_s);
     Form1Cli& cli = openRecord();
     press(2);
     type(cli.Text1(1), u"Rua A"_s);
-    changeOrder(u"0000004"_s, u"servicoexecutado='Fonte trocada'"_s);
+    changeOrder(u"0000004"_s, u"servicoexecutado='Fonte trocada', telefone='(11)3333-4444'"_s);
     mainSql(u"UPDATE PECAAPLICADA SET CODIGO1='0000007'"_s);
     press(1);
     EXPECT_EQ(enabledOf(cli.Command1), Browsing);
-    EXPECT_EQ(stored(u"0000004"_s, u"endereco || servicoexecutado"_s), u"Rua AFonte trocada"_s);
+    EXPECT_EQ(stored(u"0000004"_s, u"endereco || servicoexecutado || telefone"_s),
+              u"Rua AFonte trocada(11)3333-4444"_s);
     EXPECT_EQ(sql(mainFile(), u"SELECT CODIGO1 FROM PECAAPLICADA"_s), QStringList{u"0000007"_s});
 
     press(2);

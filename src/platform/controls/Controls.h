@@ -109,7 +109,7 @@ private:
 // QLineEdit, or QPlainTextEdit where it has several lines. Of a text pasted into one line the
 // breaks at either end go, and inner ones become a blank. In several lines Ctrl+Enter breaks the
 // line, and Enter only where the dynamic property "enterBreaksLine" says so and KeyPress left the
-// 13 alone.
+// 13 alone. Down goes to the control that the dynamic property "downLeadsTo" names.
 class TextBox : public Control
 {
 public:
@@ -322,10 +322,6 @@ public:
     // Fills the last row and adds an empty one behind it, as long as next() gives the row's cells;
     // the same as setTextMatrix and setRows row by row, for long lists.
     void fillRows(const std::function<bool(GridRow& row)>& next);
-    // Rows of text computed when they are looked at, standing behind the heading; any change of a
-    // cell or of Rows makes them plain rows. For long lists that nobody sees. The views call cell()
-    // while they paint, too, outside the gate: it must not throw.
-    void setLazyRows(int count, std::function<QString(int row, int col)> cell);
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;

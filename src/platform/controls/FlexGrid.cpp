@@ -166,25 +166,6 @@ void FlexGrid::showRows(std::shared_ptr<const GridRows> rows)
         model->showRows(std::move(rows));
 }
 
-void FlexGrid::setLazyRows(int count, std::function<QString(int row, int col)> cell)
-{
-    class Computed : public GridRows
-    {
-    public:
-        Computed(int count, std::function<QString(int row, int col)> cell)
-            : count_(count), cell_(std::move(cell))
-        {
-        }
-        int count() const override { return count_; }
-        QString text(int row, int column) const override { return cell_(row + 1, column); }
-
-    private:
-        int count_;
-        std::function<QString(int row, int col)> cell_;
-    };
-    showRows(std::make_shared<Computed>(count, std::move(cell)));
-}
-
 bool FlexGrid::intercept(QWidget& widget, QEvent& event)
 {
     const auto* view = qobject_cast<const QTableView*>(widget.parent());

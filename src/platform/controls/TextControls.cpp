@@ -18,6 +18,7 @@ namespace {
 constexpr char MaxLengthProperty[] = "maxLength";
 constexpr char LimitProperty[] = "limit";
 constexpr char EnterBreaksLineProperty[] = "enterBreaksLine";
+constexpr char DownLeadsToProperty[] = "downLeadsTo";
 constexpr int StockLimit = 32767; // of a box whose design gives none
 
 QString textOf(const QWidget* widget)
@@ -161,6 +162,13 @@ void TextBox::attach(FormWindow& window, QWidget* widget)
 
 bool TextBox::useKey(QWidget& widget, const QKeyEvent& key)
 {
+    if (key.key() == Qt::Key_Down && key.modifiers() == Qt::NoModifier) {
+        const QString name = widget.property(DownLeadsToProperty).toString();
+        auto* other = name.isEmpty() ? nullptr : widget.window()->findChild<QWidget*>(name);
+        if (other && other->isVisible() && other->isEnabled())
+            other->setFocus(Qt::TabFocusReason);
+        return other;
+    }
     if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter)
         return false;
     auto* several = qobject_cast<QPlainTextEdit*>(&widget);
