@@ -46,7 +46,6 @@ private:
 // is the update's to tell.
 std::vector<Value> storedNow(const ObjectVariable<Recordset>& table)
 try {
-    table->retakeVersion();
     return table->storedValues();
 } catch (const RuntimeError&) {
     return {};

@@ -122,6 +122,9 @@ TEST_F(ConflictTest, DeletionOfWhatNobodySawIsRefusedOnce)
     // A merged save does not bring the other's text into view, so that it was not seen either.
     table->Fields(1) = u"x"_s;
     EXPECT_EQ(updateMerged(*table), 0);
+    EXPECT_EQ(table->storedValues()[2].text(), u"bench"_s);
+    table->Fields(0) = u"a"_s; // as it is: nothing is written
+    EXPECT_EQ(updateMerged(*table), 0);
     EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::RowChanged);
     EXPECT_EQ(table->Fields(2).text(), u"bench"_s);
     table->Delete();

@@ -102,11 +102,6 @@ bool commitWrites()
     return EventTransactions::instance().commitNow();
 }
 
-bool writesAreUndone()
-{
-    return EventTransactions::instance().hasFailed();
-}
-
 bool EventTransactions::commitNow()
 {
     if (!hasFailed())

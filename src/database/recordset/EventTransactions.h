@@ -20,8 +20,6 @@ void installEventTransactions();
 // where that failed, now or under an earlier write: the user was told, what was written is undone,
 // and recordsets show the files again.
 bool commitWrites();
-// Whether a write failed so badly that what the running event wrote before it is undone already.
-bool writesAreUndone();
 
 // Who has a pending edit, which does not outlive its event.
 class EditHolder

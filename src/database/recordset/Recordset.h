@@ -119,10 +119,6 @@ public:
     int AbsolutePosition() const;
     void setAbsolutePosition(int position);
 
-    // A field of the n-th row from 0, in this recordset's order, without moving: own changes of
-    // stored rows included, a pending new row and a pending edit left out. Error 3001 outside.
-    Value valueAt(int row, int position) const;
-
     // The present rows, for a grid to read while it paints; cheap, and independent of what becomes
     // of the recordset.
     std::shared_ptr<const RowsView> rowsNow() const;
@@ -140,9 +136,8 @@ public:
     // Error -2147217864 where another deleted it.
     void retakeVersion();
 
-    // The current row as it lies in the file, by the version that the next Update asks for,
-    // whatever this recordset shows of it. Error 3021 without a current row, 3219 while a new row
-    // is pending, -2147217864 where another had deleted it already.
+    // The current row as it lies in the file now, whatever this recordset shows of it. Error 3021
+    // without a current row, 3219 while a new row is pending, -2147217864 where another deleted it.
     std::vector<Value> storedValues() const;
 
 private:

@@ -139,6 +139,9 @@ void Recordset::State::update()
             throw;
         }
         endPending();
+        // A version that was taken anew serves one Update, or work of others that nobody saw could
+        // be deleted with it.
+        isRetaken = false;
         return;
     }
 }
@@ -223,7 +226,6 @@ void Recordset::State::writeEdit()
         throw RuntimeError(RuntimeError::RowChanged);
     database->update(table, wanted, row->view(), changed);
     uncertain |= database->isWriting();
-    isRetaken = false;
     rows.replace(place, std::move(row));
 }
 

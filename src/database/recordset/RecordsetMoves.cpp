@@ -83,14 +83,6 @@ void Recordset::setAbsolutePosition(int position)
     state.stand(state.rows.placeOfNth(position - 1));
 }
 
-Value Recordset::valueAt(int row, int position) const
-{
-    const State& state = open();
-    if (row < 0 || row >= state.rows.count())
-        throw RuntimeError(RuntimeError::WrongArguments);
-    return toValue(state.rows.row(state.rows.placeOfNth(row)).cell(position), state.kind(position));
-}
-
 std::shared_ptr<const RowsView> Recordset::rowsNow() const
 {
     return std::make_shared<RowsView>(open().rows);
@@ -124,11 +116,11 @@ std::vector<Value> Recordset::storedValues() const
     const State& state = open();
     state.requireNoNewRow();
     state.requireRow();
-    const RowView row = state.version();
-    if (row.isNull())
+    PackedRow row;
+    if (!state.database->storedRow(state.table, rowKey(), row, Database::Look::Now))
         throw RuntimeError(RuntimeError::RowChanged);
     std::vector<Value> values;
     for (int field = 0; field < fieldCount(); ++field)
-        values.push_back(toValue(row.cell(field), state.kind(field)));
+        values.push_back(toValue(row.view().cell(field), state.kind(field)));
     return values;
 }
