@@ -1,3 +1,4 @@
+#include "Patience.h"
 #include "RuntimeError.h"
 #include "StockTest.h"
 
@@ -187,6 +188,7 @@ TEST_F(WriteOffTest, FileThatIsBusyOrAwayBooksNothingAndTheNextPressBooksOnce)
     addPart(u"0000001"_s, u"Resistor"_s);
     openSale();
     sell(1, u"2"_s);
+    Patience::setLimitForTests(20);
     const auto printInVain = [this] {
         print(Answer::Yes);
         EXPECT_EQ(stocks(), QStringList{u"0000001 10"_s});
