@@ -1,10 +1,10 @@
 #include "frmAbout.h"
 
-#include "Form1principal.h"
 #include "MsgBox.h"
 #include "Program.h"
 #include "RuntimeError.h"
 #include "Shell.h"
+#include "SiteAddress.h"
 #include "ui_frmAbout.h"
 
 #include <QFile>
@@ -15,7 +15,7 @@ frmAbout::frmAbout() : Form(QString::fromLatin1(Name), makeWindow<Ui::frmAbout>(
 {
     cmdOK.onClick([this] { unload(); });
     cmdSysInfo.onClick([this] { StartSysInfo(); });
-    lblDisclaimer.onClick([] { Shell(u"explorer "_s + MakerSite, 2); });
+    lblDisclaimer.onClick([] { Shell(u"explorer "_s + siteAddress({}), 2); });
 }
 
 // The English texts take the place of the designed ones. Meant.

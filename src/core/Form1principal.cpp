@@ -9,6 +9,7 @@
 #include "RecordForms.h"
 #include "RuntimeError.h"
 #include "Shell.h"
+#include "SiteAddress.h"
 #include "ui_Form1principal.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -19,6 +20,11 @@ namespace {
 void openForm(const QString& formName, ShowStyle style)
 {
     FormRegistry::instance().get(formName).show(style);
+}
+
+void openPage(const QString& path)
+{
+    Shell(u"explorer "_s + siteAddress(path), 2);
 }
 
 // The words beside a picture button are dimmed with it, whoever turns it off.
@@ -91,9 +97,8 @@ void Form1principal::bindMenus()
     mnubackup.onClick([this] { mnubackup_Click(); });
     mnurestaura.onClick([this] { mnurestaura_Click(); });
     mnuservidor.onClick([this] { mnuservidor_Click(); });
-    mnueeprom.onClick([] { Shell(u"explorer "_s + MakerSite + u"/eeprom.asp"_s, 2); });
-    mnuajuda.onClick(
-        [] { Shell(u"explorer "_s + MakerSite + u"/downloads/Programacliente.htm"_s, 2); });
+    mnueeprom.onClick([] { openPage(u"/eeprom.asp"_s); });
+    mnuajuda.onClick([] { openPage(u"/downloads/Programacliente.htm"_s); });
     mnusair.onClick([this] { mnusair_Click(); });
 }
 

@@ -3,9 +3,6 @@
 #include "Controls.h"
 #include "FormRegistry.h"
 
-// Where the maker's pages lie.
-inline const QString MakerSite = QStringLiteral("http://www.vorbelo.example");
-
 // The main window: sixteen large buttons, the quick search, menus and status bar. It opens every
 // other form, by name; the others write to its status bar, buttons and menus.
 class Form1principal : public Form

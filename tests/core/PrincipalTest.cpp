@@ -1,7 +1,10 @@
 #include "FormTest.h"
 
 #include "Form1principal.h"
+#include "SiteAddress.h"
 
+#include <QDir>
+#include <QFile>
 #include <QLineEdit>
 
 namespace {
@@ -173,6 +176,43 @@ TEST_F(Principal, QuickSearchHandsItsTextOver)
     principal().Text1(0).setText({});
     click(principal().Command2(0));
     EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
+}
+
+TEST_F(Principal, LinksOpenTheManualBesideTheProgramOrInstalledElseTheSite)
+{
+    const auto lay = [](const QString& file) {
+        QDir().mkpath(QFileInfo(file).path());
+        EXPECT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    };
+    const QString program = folder() + u"/a b/bin"_s;
+    const QString help = u"/downloads/Programacliente.htm"_s;
+    QDir().mkpath(program);
+    EXPECT_EQ(siteAddress(help, program), u"http://www.vorbelo.example"_s + help);
+    const QString installed = folder() + u"/a b/share/doc/vorbelo/manual/"_s;
+    lay(installed + u"index.html"_s);
+    lay(installed + u"eeprom.html"_s);
+    const QString place = u"file://"_s + folder() + u"/a%20b/"_s;
+    EXPECT_EQ(siteAddress(help, program), place + u"share/doc/vorbelo/manual/index.html"_s);
+    EXPECT_EQ(siteAddress(u"/eeprom.asp"_s, program),
+              place + u"share/doc/vorbelo/manual/eeprom.html"_s);
+    lay(program + u"/manual/index.html"_s);
+    EXPECT_EQ(siteAddress({}, program), place + u"bin/manual/index.html"_s);
+    QDir(folder() + u"/a b"_s).removeRecursively();
+    EXPECT_EQ(siteAddress(u"/eeprom.asp"_s, program), u"http://www.vorbelo.example/eeprom.asp"_s);
+}
+
+TEST_F(Principal, LinksWithoutABrowserShowABoxAndTheProgramGoesOn)
+{
+    principal().show();
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(folder()));
+    for (Menu* link : {&principal().mnuajuda, &principal().mnueeprom}) {
+        expectErrorBox(u"Erro nº 53"_s);
+        click(*link);
+    }
+    qputenv("PATH", path);
+    EXPECT_TRUE(principal().isVisible());
+    EXPECT_TRUE(ends().empty());
 }
 
 } // namespace

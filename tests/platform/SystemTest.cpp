@@ -311,5 +311,5 @@ TEST_F(SystemTest, AnAddressGoesToTheOpenerAndItsRefusalIsTold)
         EXPECT_EQ(openAddress(), error) << line;
     }
     qputenv("PATH", path);
-    EXPECT_EQ(contents(opener + u".log"_s), "http://www.x.example/a b\n");
+    EXPECT_EQ(contents(opener + u".log"_s), "http://www.x.example/a%20b\n");
 }

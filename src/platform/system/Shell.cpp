@@ -28,7 +28,7 @@ bool openAddress(const QString& address)
     opener->setStandardInputFile(QProcess::nullDevice());
     opener->setStandardOutputFile(QProcess::nullDevice());
     opener->setStandardErrorFile(QProcess::nullDevice());
-    opener->start(u"xdg-open"_s, {url.toString()});
+    opener->start(u"xdg-open"_s, {url.toString(QUrl::FullyEncoded)});
     if (!url.isValid() || !opener->waitForStarted())
         return false;
     if (opener->waitForFinished(LongestSearch))
