@@ -106,7 +106,6 @@ int main(int argc, char** argv)
     RawFile raw(installation.mainFile());
     fill(raw);
     RawFile station(installation.mainFile());
-    principal().show();
 
     const auto parts = [&raw] { raw.readAll("SELECT * FROM Pecas ORDER BY DESCRICAO"); };
     const auto twins = [&raw] { raw.readAll("SELECT * FROM PECAAPLICADA ORDER BY NUMERO"); };
@@ -135,9 +134,11 @@ int main(int argc, char** argv)
          {},
          [&] {
              closeBench();
-             station.run("UPDATE Pecas SET LOCAL='X" + std::to_string(++serial) +
-                         "' WHERE rowid=5; UPDATE PECAAPLICADA SET NOME='X" +
-                         std::to_string(serial) + "' WHERE rowid=5");
+             const std::string text = std::to_string(++serial);
+             station.run("UPDATE Pecas SET LOCAL='" + text +
+                         "' WHERE rowid=5; UPDATE PECAAPLICADA "
+                         "SET NOME='" +
+                         text + "' WHERE rowid=5");
          }},
         {"the same, nothing changed since",
          0.1,
@@ -182,10 +183,10 @@ int main(int argc, char** argv)
          }},
         {"Salvar at the bench", 2.5,
          [&] {
-             raw.run("BEGIN IMMEDIATE; UPDATE Cliente SET servicoexecutado='a" +
-                     std::to_string(++serial) +
-                     "' WHERE rowid=70; UPDATE PECAAPLICADA SET CODIGO1='a" +
-                     std::to_string(serial) + "' WHERE rowid=70; COMMIT");
+             const std::string text = std::to_string(++serial);
+             raw.run("BEGIN IMMEDIATE; UPDATE Cliente SET servicoexecutado='" + text +
+                     "' WHERE rowid=70; UPDATE PECAAPLICADA SET CODIGO1='" + text +
+                     "' WHERE rowid=70; COMMIT");
          },
          [] { press(1); },
          // What the other one stored meanwhile is not part of the work.
@@ -208,5 +209,6 @@ int main(int argc, char** argv)
     int missed = runComparisons(argc, argv, comparisons, 15);
     closeBench();
     missed += compareMemory("bench", installation);
+    FormRegistry::instance().clear();
     return missed == 0 ? 0 : 1;
 }
