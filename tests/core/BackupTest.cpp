@@ -269,7 +269,10 @@ private:
     {
         sqlite3* handle = nullptr;
         sqlite3_open(file.constData(), &handle);
-        sqlite3_busy_timeout(handle, 20'000);
+        constexpr auto wait = [](void*, int asked) {
+            return usleep(2000) == 0 && asked < 10'000 ? 1 : 0;
+        };
+        sqlite3_busy_handler(handle, wait, nullptr);
         for (int number = 1;; ++number) {
             const QByteArray sql = "INSERT INTO Cliente (numero, Nome) VALUES ('b" +
                                    QByteArray::number(number) + "', '')";
@@ -277,7 +280,7 @@ private:
                 _exit(1);
             while (write(pipe_[1], &number, sizeof number) != sizeof number)
                 usleep(1000);
-            usleep(500);
+            usleep(5000);
         }
     }
 

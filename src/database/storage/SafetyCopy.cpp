@@ -24,7 +24,7 @@ constexpr int PagesAtOnce = 512;
 constexpr int StepsAtOnce = 200'000;
 
 // A station that writes all the time leaves the file free for moments only: the lock is asked for
-// at short and even intervals, else it would never be had.
+// at short and even intervals.
 constexpr unsigned long Pause = 1; // milliseconds
 
 int waitForLock(void* clock, int /*asked*/)
@@ -150,9 +150,10 @@ ExclusiveFile::ExclusiveFile(const QString& path, Tick tick) : tick_(std::move(t
     QElapsedTimer clock;
     clock.start();
     sqlite3_busy_handler(handle_->get(), waitForLock, &clock);
-    handle_->execute("PRAGMA locking_mode=EXCLUSIVE; PRAGMA synchronous=EXTRA");
-    handle_->execute("BEGIN EXCLUSIVE");
-    handle_->execute("COMMIT"); // the lock stays
+    handle_->execute("PRAGMA synchronous=EXTRA; BEGIN EXCLUSIVE");
+    // Only now: a handle in this mode keeps even a reader's lock while it waits for more, and would
+    // wait for a writer that waits for it.
+    handle_->execute("PRAGMA locking_mode=EXCLUSIVE; COMMIT");
     sqlite3_busy_handler(handle_->get(), nullptr, nullptr);
     const qint64 format = handle_->integer("PRAGMA application_id");
     if (format != fileformat::Plain && format != fileformat::Marked)
