@@ -218,7 +218,7 @@ void DefectsWalk::press(int button)
             return;
         state_ = State::Browsing;
         onShow_ = place_;
-        place_ = last();
+        move(13);
         fillGrid();
     } else if (button == 2) {
         if (onShow_ != place_)

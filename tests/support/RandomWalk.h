@@ -57,6 +57,7 @@ protected:
 
     void open()
     {
+        refused_ = nullptr;
         shown_.clear();
         for (const auto& row : rows_)
             if (!row->isGone)
@@ -86,32 +87,35 @@ protected:
         const Fields before = current().fields;
         Fields stored = current().row->stored;
         Fields known = before;
-        isRefused_ = false;
+        bool refused = false;
         for (int i = 0; i < typed.size(); ++i) {
             const bool byOther = !same(stored[i], before[i]);
             // Shown as nothing and written as nothing is no change.
             const bool isNothing = before[i].isNull() && typed[i].isEmpty();
             if (byOther && (boxes_[i] == filled[i] || isNothing))
                 continue;
-            isRefused_ |= byOther && !same(typed[i], before[i]) && !same(typed[i], stored[i]);
+            refused |= byOther && !same(typed[i], before[i]) && !same(typed[i], stored[i]);
             if (!same(typed[i], before[i]))
                 stored[i] = typed[i];
             known[i] = typed[i];
         }
-        if (isRefused_)
+        if (refused) {
+            refused_ = current().row;
             return false;
+        }
         current().row->stored = stored;
         current().fields = known;
         return true;
     }
     // What another station stored in the row comes into view.
     void look() { current().fields = current().row->stored; }
-    // A row that was refused is read anew when it is left, or its edit given up.
+    // A row that was refused once is read anew when it is left, or its edit given up.
     void leave()
     {
-        if (isRefused_)
-            look();
-        isRefused_ = false;
+        for (Shown& shown : shown_)
+            if (shown.row == refused_)
+                shown.fields = shown.row->stored;
+        refused_ = nullptr;
     }
     void cancel()
     {
@@ -138,7 +142,7 @@ protected:
     }
     bool remove()
     {
-        isRefused_ = false;
+        refused_ = nullptr;
         Shown& now = current();
         for (int i = 0; i < now.fields.size(); ++i)
             if (!same(now.row->stored[i], now.fields[i])) {
@@ -227,7 +231,7 @@ protected:
     Fields boxes_;
 
 private:
-    bool isRefused_ = false;
+    std::shared_ptr<Row> refused_;
     QString table_;
     QStringList names_;
     std::mt19937 random_;
