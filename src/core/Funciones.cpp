@@ -1,6 +1,8 @@
 #include "Funciones.h"
 
+#include "FaultLog.h"
 #include "Form1principal.h"
+#include "GateFrames.h"
 #include "HostPaths.h"
 #include "ListMark.h"
 #include "MsgBox.h"
@@ -55,6 +57,7 @@ void closePair(ObjectVariable<Connection>& connection, ObjectVariable<Recordset>
 
 void showConnectionError(const RuntimeError& error)
 {
+    faultlog::note(faultlog::Kind::RefusedOpen, runningForm(), error);
     MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, u"conecxão"_s);
 }
 

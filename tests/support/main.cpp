@@ -12,6 +12,7 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM",
             qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QStandardPaths::setTestModeEnabled(true);
+    qunsetenv("XDG_STATE_HOME"); // each test has a home of its own
     QApplication application(argc, argv);
     prepareApplication(application);
     installEventTransactions();

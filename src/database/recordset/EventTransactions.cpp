@@ -1,6 +1,8 @@
 #include "EventTransactions.h"
 
 #include "Database.h"
+#include "FaultLog.h"
+#include "GateFrames.h"
 #include "MsgBox.h"
 
 #include <algorithm>
@@ -14,6 +16,12 @@ namespace {
 bool isList(Database& database)
 {
     return database.storage().isList();
+}
+
+const RuntimeError& noted(const RuntimeError& error)
+{
+    faultlog::note(faultlog::Kind::LostWrite, runningForm(), error);
+    return error;
 }
 
 QString lostText(const RuntimeError& error)
@@ -106,7 +114,7 @@ bool EventTransactions::commitNow()
 {
     if (!hasFailed())
         return settle(gate::Moment::BeforeDialog);
-    tell(lostText(failure_->error));
+    tell(lostText(noted(failure_->error)));
     return false;
 }
 
@@ -141,7 +149,7 @@ std::optional<QString> EventTransactions::commitAll()
             markFinishedLists(files);
         }
     } catch (const RuntimeError& failed) {
-        lost = lostText(failed);
+        lost = lostText(noted(failed));
     }
     for (const auto& file : files) {
         if (!lost) {
@@ -150,7 +158,7 @@ std::optional<QString> EventTransactions::commitAll()
                 anyIsDurable = true;
                 continue;
             } catch (const RuntimeError& failed) {
-                lost = anyIsDurable ? listLostText(failed) : lostText(failed);
+                lost = anyIsDurable ? listLostText(noted(failed)) : lostText(noted(failed));
             }
         }
         // Booked and still full: the list is read anew, which finds it marked.

@@ -1,6 +1,7 @@
 #include "EventGate.h"
 
 #include "Application.h"
+#include "FaultLog.h"
 #include "Form.h"
 #include "FormRegistry.h"
 #include "FormWindow.h"
@@ -28,19 +29,31 @@ GateState& state()
     return gateState;
 }
 
+// The last line of a box after which the program ends.
+QString whereNoted(bool noted)
+{
+    return noted ? QStringLiteral("\n\nAnotado para o suporte em %1.").arg(faultlog::path())
+                 : QString();
+}
+
 void report(const Form& form, OnError onError, const RuntimeError& error)
 {
     switch (onError) {
     case OnError::Silent:
         return;
     case OnError::Box:
-        if (!error.wasTold())
-            MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, form.caption());
+        if (error.wasTold())
+            return;
+        faultlog::note(faultlog::Kind::Fault, form.name(), error);
+        MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, form.caption());
         return;
     case OnError::End:
         std::fprintf(stderr, "%s\n", qPrintable(error.text().replace(u'\n', u' ')));
-        if (!error.wasTold())
-            MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical);
+        {
+            const bool noted = faultlog::note(faultlog::Kind::ProgramEnded, form.name(), error);
+            if (!error.wasTold())
+                MsgBox(error.text() + whereNoted(noted), BoxButtons::Ok, BoxIcon::Critical);
+        }
         endProgram(EndReason::Fault);
         return;
     }
@@ -53,10 +66,13 @@ void endByFault(const char* what)
     std::fprintf(stderr, "%s\n", what);
     gate::settle(gate::Moment::Undo);
     try {
+        const QString words = QString::fromLocal8Bit(what);
+        const bool noted = faultlog::note(faultlog::Kind::ProgramEnded, runningForm(), words);
         MsgBox(QStringLiteral(
                    "Erro interno do programa:\n%1\n\nO que esta operação gravou foi desfeito. "
                    "O programa será fechado.")
-                   .arg(QString::fromLocal8Bit(what)),
+                       .arg(words) +
+                   whereNoted(noted),
                BoxButtons::Ok, BoxIcon::Critical);
     } catch (...) {
         // Told in standard error; the program must end now.
@@ -109,6 +125,11 @@ bool anyFormVisible()
 const GateFrame* innermostFrame()
 {
     return state().frames.empty() ? nullptr : &state().frames.back();
+}
+
+QString runningForm()
+{
+    return innermostFrame() ? innermostFrame()->form->name() : QString();
 }
 
 void resetGateForTests()

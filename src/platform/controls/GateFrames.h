@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <memory>
 
 class Form;
@@ -14,6 +16,8 @@ struct GateFrame
 
 // Of the handler that runs just now; null where none does.
 const GateFrame* innermostFrame();
+// Its form's name; empty where none runs.
+QString runningForm();
 
 // Forgets handlers that a test left by an exception.
 void resetGateForTests();
