@@ -72,8 +72,8 @@ void findTwin(const QString& number)
 
 } // namespace
 
-// The bench is shut by a fault in a search, in what a search shows, in a part picked and in a save:
-// what goes on there with half of an order on the screen would store it over another one.
+// An error in a search, in what shows an order, in a part picked and in a save ends the program:
+// with half of an order on the screen the next save would go to another one.
 Form1servico::Form1servico() : Form(QString::fromLatin1(Name), makeWindow<Ui::Form1servico>())
 {
     Text1.onChange([this](int Index) { Text1_Change(Index); }, OnError::End);
@@ -218,8 +218,9 @@ void Form1servico::Text3_Change()
 // A box that comes to read like the search box replaces Tabela1 in the middle of this.
 void Form1servico::MostraCliente()
 try {
-    showFields(Tabela1, {{0, Text1(1)}, {3, Text1(2)}, {Service, Text1(BoxService)}});
-    showFields(Tabela1, {{10, Text1(3), asPhone}});
+    showFields(
+        Tabela1,
+        {{0, Text1(1)}, {3, Text1(2)}, {Service, Text1(BoxService)}, {10, Text1(3), asPhone}});
     for (const int flag : Flags) {
         const Value value = Tabela1->Fields(FirstFlag + flag);
         // All but a plain no is a yes here, a Null as well; the client record shows that one empty.
