@@ -114,8 +114,8 @@ void Form1principal::EfetuaRestauracao()
                      u"Restauração do banco de Dados o arquivo "_s + EnderecoEmpresa + u" ..."_s);
         restoreFromCopy(hostPath(EnderecoEmpresa), live,
                         QFileInfo(live).path() + u"/Antes.restauracao"_s, DoEvents);
-        showProgress(sign, u"Restauração do Banco de Dados concluida "_s + EnderecoEmpresa +
-                               u" ..."_s);
+        showProgress(sign,
+                     u"Restauração do Banco de Dados concluida "_s + EnderecoEmpresa + u" ..."_s);
         MsgBox(u"Operação concluída,reinicie o programa."_s, BoxButtons::Ok, BoxIcon::Information,
                u"Backup"_s);
         AbreBanco();

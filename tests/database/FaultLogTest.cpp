@@ -43,8 +43,7 @@ protected:
         QFile file(faultlog::path());
         if (!file.open(QIODevice::ReadOnly))
             return {};
-        QStringList lines =
-            QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+        QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
         for (QString& line : lines)
             line = line.section(u'\t', 2).replace(u'\t', u'|');
         return lines;

@@ -1,7 +1,7 @@
 #include "Application.h"
 #include "Buscacli.h"
-#include "FileLayer.h"
 #include "EventTransactions.h"
+#include "FileLayer.h"
 #include "Form1Cli.h"
 #include "Form1pecavenda.h"
 #include "Form1principal.h"

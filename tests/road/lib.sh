@@ -17,11 +17,12 @@ start_display() {
     Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
     started+=($!)
     wait_for "a display" 60 test -s "$work/display"
-    export DISPLAY=":$(<"$work/display")"
+    DISPLAY=":$(<"$work/display")"
+    export DISPLAY
     export HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config" XDG_RUNTIME_DIR="$work/run"
     export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_ACCESSIBILITY=0
     mkdir -p "$HOME/Documents" "$XDG_CONFIG_HOME"
-    mkdir -p -m 700 "$XDG_RUNTIME_DIR"
+    mkdir -m 700 "$XDG_RUNTIME_DIR"
     openbox --sm-disable >"$work/openbox.log" 2>&1 &
     started+=($!)
     wait_for "a window manager" 60 window_manager_runs

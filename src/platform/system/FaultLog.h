@@ -19,7 +19,7 @@ enum class Kind
     RefusedOpen   // a data file did not open
 };
 
-constexpr qint64 SizeLimit = 256 * 1024; // bytes
+constexpr qint64 SizeLimit = 262'144; // bytes
 
 // Whether it was written.
 bool note(Kind kind, const QString& form, const RuntimeError& error);
