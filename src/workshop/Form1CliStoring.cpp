@@ -83,7 +83,10 @@ void Form1Cli::GravaFicha()
     Tabela4->Fields(0) = Tabela1->Fields(0).value();
     Tabela4->Fields(1) = Tabela1->Fields(3).value();
     Tabela1->UpdateMerged();
-    Tabela4->UpdateMerged();
+    // The name in the twin follows the order's, which was just granted; a clash of its own would be
+    // one that nobody can see.
+    Tabela4->retakeVersion();
+    Tabela4->Update();
 }
 
 void Form1Cli::fillOrder()

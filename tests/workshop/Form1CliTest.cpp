@@ -285,6 +285,29 @@ TEST_F(Form1CliTest, EditBesideAnotherStation)
     EXPECT_EQ(stored(u"0000004"_s, u"endereco"_s), u"Rua D"_s);
 }
 
+// The twin bears the name, too, and nobody sees it there: once the other's name was seen in the
+// order, the next save stores both.
+TEST_F(Form1CliTest, NameThatBothChangedIsSeenOnce)
+{
+    addOrder(u"0000004"_s, u"Ana"_s);
+    Form1Cli& cli = openRecord();
+    press(2);
+    type(cli.Text1(0), u"Bia"_s);
+    changeOrder(u"0000004"_s, u"Nome='Caio'"_s);
+    mainSql(u"UPDATE PECAAPLICADA SET NOME='Caio', CODIGO1='0000007'"_s);
+    press(1);
+    EXPECT_EQ(enabledOf(cli.Command1), u"1 3 9"_s);
+    press(9);
+    EXPECT_EQ(cli.Text1(0).text(), u"Caio"_s);
+    press(2);
+    type(cli.Text1(0), u"Davi"_s);
+    press(1);
+    EXPECT_EQ(enabledOf(cli.Command1), Browsing);
+    EXPECT_EQ(orders(), QStringList{u"0000004 Davi"_s});
+    EXPECT_EQ(twins(), orders());
+    EXPECT_EQ(sql(mainFile(), u"SELECT CODIGO1 FROM PECAAPLICADA"_s), QStringList{u"0000007"_s});
+}
+
 TEST_F(Form1CliTest, DeletionOfWorkThatNobodySawIsRefusedOnce)
 {
     const std::vector<QString> works{u"UPDATE Cliente SET servicoexecutado='Fonte'"_s,

@@ -132,7 +132,7 @@ public:
     qint64 rowKey() const;
 
     // Takes the stored version of the current row anew, keeping what this recordset shows: the next
-    // Update then writes over what others stored since. Only the write-off of stock asks for it.
+    // Update then writes over what others stored since: the stock of a write-off, a twin's name.
     // Error -2147217864 where another deleted it.
     void retakeVersion();
 
