@@ -13,6 +13,7 @@ constexpr qint64 One = 10'000;
 // three roundings of half a unit in the last binary place do not reach the middle between two such
 // decimals.
 constexpr qint64 Limit = 1'000'000'000'000'000;
+constexpr qint64 WholeLimit = Limit / One;
 
 std::optional<qint64> exact(const Value& amount)
 {
@@ -20,7 +21,7 @@ std::optional<qint64> exact(const Value& amount)
     if (const auto* money = std::get_if<Value::Money>(&amount.data())) {
         tenThousandths = money->tenThousandths;
     } else if (const auto* number = std::get_if<double>(&amount.data())) {
-        if (*number >= 0 && *number < static_cast<double>(Limit / One) &&
+        if (*number >= 0 && *number < static_cast<double>(WholeLimit) &&
             *number == std::floor(*number))
             tenThousandths = static_cast<qint64>(*number) * One;
     }

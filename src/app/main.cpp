@@ -48,6 +48,7 @@ QString usage()
     return u"Uso: vorbelo [PASTA]"_s;
 }
 
+// By hand: the parser's own help and faults are English words in the middle of ours.
 QString help()
 {
     return usage() +

@@ -9,6 +9,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+// The engine's own shell writes neither decimal commas nor dates of Brazil.
+
 namespace {
 
 QByteArray quoted(const QString& text)

@@ -39,6 +39,7 @@ QString usage()
            "     vorbelo-setup --caixa [DE ATÉ] [PASTA]"_s;
 }
 
+// By hand: the parser's own help and faults are English words in the middle of ours.
 QString help()
 {
     return usage() +

@@ -120,6 +120,7 @@ std::vector<Value> Recordset::storedValues() const
     if (!state.database->storedRow(state.table, rowKey(), row, Database::Look::Now))
         throw RuntimeError(RuntimeError::RowChanged);
     std::vector<Value> values;
+    values.reserve(static_cast<size_t>(fieldCount()));
     for (int field = 0; field < fieldCount(); ++field)
         values.push_back(toValue(row.view().cell(field), state.kind(field)));
     return values;

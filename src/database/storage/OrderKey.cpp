@@ -11,13 +11,10 @@
 
 namespace {
 
-enum Rank : char
-{
-    NullRank = 1,
-    NumberRank,
-    DateRank,
-    TextRank
-};
+constexpr char NullRank = 1;
+constexpr char NumberRank = 2;
+constexpr char DateRank = 3;
+constexpr char TextRank = 4;
 
 // Doubles as bytes that compare as the numbers do.
 void appendNumber(std::string& key, double number)

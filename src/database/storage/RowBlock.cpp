@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t PieceSize = 256 * 1024;
+constexpr std::size_t PieceSize = 262'144; // bytes
 constexpr std::size_t MostSparePieces = 512;
 
 std::vector<std::unique_ptr<char[]>>& sparePieces()

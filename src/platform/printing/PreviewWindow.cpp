@@ -13,6 +13,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+// The toolkit's preview within a window of our own: its window prints through the toolkit's dialog,
+// whose printer would be another than the one chosen.
 PreviewWindow::PreviewWindow(const std::vector<Page>& pages, const QString& documentName,
                              QWidget* parent)
     : QDialog(parent)

@@ -17,6 +17,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+// Not the toolkit's dialog: it cannot tell that after "Cancelar" the paper comes all the same, and
+// where to, nor offer to show the pages first.
+
 namespace {
 
 // The forms print on after "Cancelar", and whoever presses it must know where to.

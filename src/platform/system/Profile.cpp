@@ -9,6 +9,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+// Not the toolkit's settings files: they write the whole file anew, in their own order and escapes,
+// and what the shop wrote into it by hand would be gone.
+
 namespace {
 
 const QByteArray utf16Mark = QByteArrayLiteral("\xFF\xFE");

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 
+// Not the toolkit's converter of that name: it writes the control character 1A for what the code
+// page does not have, and is only there where the toolkit was built with ICU.
+
 namespace {
 
 // The characters of the bytes 80 to 9F; all others have the number of their byte.

@@ -4,6 +4,9 @@
 
 #include <array>
 
+// Not the toolkit's collator: it keeps its keys to itself, so that they cannot be compared byte by
+// byte within a row's order key, and takes more than twice as long (0.4 us a name against 0.17 us).
+
 namespace {
 
 constexpr std::array<char16_t, 256> foldTable()

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <vector>
 
+// The toolkit's locale shows numbers, and knows neither sections nor placeholders.
+
 namespace {
 
 struct Token

@@ -3,6 +3,9 @@
 #include "Collation.h"
 #include "RuntimeError.h"
 
+// Not a regular expression: the pattern would have to be read all the same, for its sets and for
+// the error of one that is not closed.
+
 namespace {
 
 // The inside of a set as pairs of its ranges' ends; a single character is a range of itself.

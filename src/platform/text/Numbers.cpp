@@ -10,6 +10,9 @@
 #include <optional>
 #include <string>
 
+// Not the toolkit's locale: it refuses what is read here ("R$ 1.234,5", "(5)"), and takes no head
+// of a text for a number as Val does.
+
 namespace {
 
 constexpr QStringView CurrencySign = u"R$";
