@@ -4,7 +4,6 @@
 #include "Form1principal.h"
 #include "Format.h"
 #include "Funciones.h"
-#include "GridRow.h"
 #include "MsgBox.h"
 #include "Numbers.h"
 #include "RuntimeError.h"
@@ -19,18 +18,6 @@ constexpr int Enter = 13;
 constexpr int LengthCPF = 11;
 constexpr int LengthCGC = 14;
 constexpr int LengthFormattedCGC = 18;
-
-void addCell(GridRow& row, const Field& field, const GridColumn& column)
-{
-    if (column.kind == GridColumn::Text)
-        if (const std::optional<std::string_view> text = field.storedText())
-            return row.add(*text);
-    const Value value = field.value();
-    if (value.isNull())
-        row.add(column.whenNull);
-    else
-        row.add(column.kind == GridColumn::Money ? Format(value, formats::Money) : value.text());
-}
 
 // The message for a document that cannot stay; empty where it can. A whole document also opens the
 // box for its formatted form.
@@ -243,18 +230,6 @@ QString likeCriterion(const QString& field, const QString& text)
 QString likeQuery(const QString& selectWhere, const QString& text)
 {
     return selectWhere + u" Like '%"_s + text + u"%'"_s;
-}
-
-void fillGrid(FlexGrid& grid, Recordset& table, const std::vector<GridColumn>& columns)
-{
-    grid.fillRows([&](GridRow& row) {
-        if (table.eof())
-            return false;
-        for (const GridColumn& column : columns)
-            addCell(row, table.Fields(column.position), column);
-        table.MoveNext();
-        return true;
-    });
 }
 
 bool onDataRow(const FlexGrid& grid, int keyColumn)

@@ -99,21 +99,5 @@ QString likeCriterion(const QString& field, const QString& text);
 // "SELECT * FROM table WHERE field" followed by " Like '%text%'"; the text goes in as it was typed.
 QString likeQuery(const QString& selectWhere, const QString& text);
 
-// One column of a grid: the field's position, and how a value is shown.
-struct GridColumn
-{
-    int position;
-    enum Kind
-    {
-        Text,
-        Money
-    } kind = Text;
-    QString whenNull = QString();
-};
-
-// Fills the grid from the recordset's current row to its end, from row Rows - 1 on, one row more at
-// each step as the forms do it; a spare row stays at the end, for the caller to remove.
-void fillGrid(FlexGrid& grid, Recordset& table, const std::vector<GridColumn>& columns);
-
 // Whether the grid's current row is one of data: not the heading, and its key cell is not empty.
 bool onDataRow(const FlexGrid& grid, int keyColumn = 0);

@@ -59,6 +59,38 @@ try {
     }
 }
 
+QString asStock(const Value& value)
+{
+    return value.isNull() ? u"0"_s : value.text();
+}
+
+QString asFoundMoney(const Value& value)
+{
+    return Format(value, formats::Money);
+}
+
+std::vector<GridField> columnsWith(Shown stock, Shown price)
+{
+    return {{0, u"Código"_s, 800},
+            {1, u"Local"_s, 800},
+            {2, u"Quant"_s, 800, stock},
+            {3, u"Descrição"_s, 5730},
+            {4, u"Valor"_s, 800, price}};
+}
+
+const std::vector<GridField>& catalogueColumns()
+{
+    static const std::vector<GridField> columns = columnsWith(asStock, asMoney);
+    return columns;
+}
+
+// A search shows nothing for a Null.
+const std::vector<GridField>& foundColumns()
+{
+    static const std::vector<GridField> columns = columnsWith(asText, asFoundMoney);
+    return columns;
+}
+
 } // namespace
 
 Form1pecavenda::Form1pecavenda() : Form(QString::fromLatin1(Name), makeWindow<Ui::Form1pecavenda>())
@@ -98,13 +130,7 @@ void Form1pecavenda::Form_Load()
     LimpaCamposItem();
     setCaption(captionWith(u"Venda de peças e acessórios      "_s));
 
-    const std::array catalogueWidths{800, 800, 800, 5730, 800};
-    const std::array catalogueHeadings{u"Código"_s, u"Local"_s, u"Quant"_s, u"Descrição"_s,
-                                       u"Valor"_s};
-    for (int column = 0; column < 5; ++column) {
-        MSFlexGrid1.setColWidth(column, catalogueWidths[column]);
-        MSFlexGrid1.setTextMatrix(0, column, catalogueHeadings[column]);
-    }
+    setHeadings(MSFlexGrid1, catalogueColumns());
     const std::array listWidths{800, 800, 600, 5190, 800, 800, 800};
     const std::array listHeadings{u"Código"_s, u"Local"_s, u"Quant"_s, u"Descrição"_s,
                                   u"Unit"_s,   u"Total"_s, QString()};
@@ -212,17 +238,23 @@ void Form1pecavenda::LimpaCamposItem()
     clear(Text1, 0, 5);
 }
 
+void Form1pecavenda::showRowsFromCurrent(const std::vector<GridField>& columns)
+{
+    const int first = Tabela1->eof() ? Tabela1->RecordCount() : Tabela1->AbsolutePosition() - 1;
+    if (first <= 0)
+        refillGrid(MSFlexGrid1, Tabela1, columns);
+    else
+        refillGrid(MSFlexGrid1, Tabela1, columns,
+                   [first](const RowsView&, int row) { return row >= first; });
+}
+
 void Form1pecavenda::CarregaCatalogo()
 try {
-    static const std::vector<GridColumn> columns{
-        {0}, {1}, {2, GridColumn::Text, u"0"_s}, {3}, {4, GridColumn::Money, u"0,00"_s}};
     Text4(0).setText({});
     Text4(1).setText({});
     if (FlagRecarga == 2)
         Tabela1->MoveFirst();
-    MSFlexGrid1.setRows(2);
-    fillGrid(MSFlexGrid1, *Tabela1.shared(), columns);
-    MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
+    showRowsFromCurrent(catalogueColumns());
     Tabela1->MoveLast();
     principal().StatusBar1.setPanel(2, u"Formulário de Venda de Peças"_s);
     if (FlagRecarga == 0)
@@ -299,17 +331,12 @@ void Form1pecavenda::Text4_Change(int Index)
 
 void Form1pecavenda::search(const QString& text, const QString& selectWhere)
 {
-    static const std::vector<GridColumn> columns{{0}, {1}, {2}, {3}, {4, GridColumn::Money, {}}};
     MSFlexGrid1.setTabStop(!text.isEmpty());
     if (Text4(0).text().isEmpty() && Text4(1).text().isEmpty()) {
-        MSFlexGrid1.setRows(2);
-        for (int column = 0; column < 5; ++column)
-            MSFlexGrid1.setTextMatrix(MSFlexGrid1.Rows() - 1, column, {});
-        MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
+        emptyGrid(MSFlexGrid1);
         setCaption(u"Buscar Peça"_s);
         return;
     }
-    MSFlexGrid1.setRows(2);
     const ObjectVariable<Connection> formerConnection = Conexao1;
     const ObjectVariable<Recordset> formerTable = Tabela1;
     try {
@@ -322,10 +349,14 @@ void Form1pecavenda::search(const QString& text, const QString& selectWhere)
         Tabela1 = formerTable;
         throw;
     }
-    fillGrid(MSFlexGrid1, *Tabela1.shared(), columns);
+    showRowsFromCurrent(foundColumns());
+    // The end is where a search leaves the catalogue: nothing is picked by it.
+    if (!Tabela1->eof()) {
+        Tabela1->MoveLast();
+        Tabela1->MoveNext();
+    }
     Text1(6).setLocked(true);
     setEnabled(Command2, {0, 1, 2}, false);
-    MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
     const int found = Tabela1->RecordCount();
     setCaption(u"Buscar Peça - "_s + QString::number(found) + u" peça encontrados"_s);
     MSFlexGrid1.setTabStop(found != 0);

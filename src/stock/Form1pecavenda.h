@@ -2,6 +2,7 @@
 
 #include "CommonDialog.h"
 #include "Controls.h"
+#include "RecordFields.h"
 #include "RuntimeError.h"
 
 #include <QString>
@@ -85,6 +86,7 @@ private:
     void Fechar();
     void deleteLines();
     void Oficina();
+    void showRowsFromCurrent(const std::vector<GridField>& columns);
     void search(const QString& text, const QString& selectWhere);
     void showLine(int row);
     void lightLine(const QString& number);

@@ -166,17 +166,14 @@ void Form1servico::Text1_Change(int Index)
         showNoOrders();
         return;
     }
-    MSFlexGrid1.setRows(2);
     AbreBanco();
     openStatic(Tabela1, Conexao1, likeQuery(u"SELECT * FROM Cliente WHERE numero"_s, number));
-    fillGrid(MSFlexGrid1, *Tabela1.shared(), {{0}, {3}, {14}, {10}});
-    MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
-    const int found = Tabela1->RecordCount();
+    const int found = refillGrid(MSFlexGrid1, Tabela1, gridFields());
     setCaption(u"Peças aplicadas e serviço executado - "_s + QString::number(found) +
                u" clientes encontrados"_s);
     MSFlexGrid1.setVisible(found != 0);
     if (found != 0)
-        Tabela1->MovePrevious();
+        Tabela1->MoveLast();
     Command1(ButtonEditar).setEnabled(found != 0);
 }
 

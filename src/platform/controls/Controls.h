@@ -11,7 +11,6 @@
 #include <memory>
 #include <vector>
 
-class GridRow;
 class GridRows;
 class QEvent;
 class QKeyEvent;
@@ -319,9 +318,6 @@ public:
     // Puts these behind the heading, instead of what stood there; none for null. A change of a cell
     // or of Rows makes plain texts of them.
     void showRows(std::shared_ptr<const GridRows> rows);
-    // Fills the last row and adds an empty one behind it, as long as next() gives the row's cells;
-    // the same as setTextMatrix and setRows row by row, for long lists.
-    void fillRows(const std::function<bool(GridRow& row)>& next);
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;

@@ -154,12 +154,6 @@ void FlexGrid::setColWidth(int col, int twips)
         col, static_cast<int>((twips < 0 ? DefaultTwips : twips) * scale / TwipsPerPixel));
 }
 
-void FlexGrid::fillRows(const std::function<bool(GridRow& row)>& next)
-{
-    if (GridModel* model = modelOf(widget()))
-        model->fillRows(next);
-}
-
 void FlexGrid::showRows(std::shared_ptr<const GridRows> rows)
 {
     if (GridModel* model = modelOf(widget()))

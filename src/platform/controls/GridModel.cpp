@@ -1,6 +1,5 @@
 #include "GridModel.h"
 
-#include "GridRow.h"
 #include "GridRows.h"
 
 #include <algorithm>
@@ -106,31 +105,6 @@ void GridModel::showRows(std::shared_ptr<const GridRows> rows)
     currentRow_ = std::min(rows_ - 1, 1);
     currentRowIsChosen_ = false;
     changed();
-}
-
-void GridModel::fillRows(const std::function<bool(GridRow& row)>& next)
-{
-    makePlain(rows_);
-    changed();
-    std::string packed;
-    for (;;) {
-        packed.clear();
-        GridRow row(packed);
-        if (!next(row))
-            return;
-        Cells cells;
-        for (size_t place = 0; place < packed.size();) {
-            GridRow::Length length = 0;
-            std::memcpy(&length, packed.data() + place, sizeof length);
-            place += sizeof length;
-            cells.push_back(QString::fromUtf8(packed.data() + place, length));
-            place += length;
-        }
-        plain_.back() = std::move(cells);
-        plain_.emplace_back();
-        if (rows_++ == 1)
-            currentRow_ = 1;
-    }
 }
 
 void GridModel::setCurrentRow(int row)

@@ -6,7 +6,6 @@
 #include <memory>
 #include <vector>
 
-class GridRow;
 class GridRows;
 
 // The texts of a grid: plain ones, or behind the heading rows that are read as they are shown. Rows
@@ -27,8 +26,6 @@ public:
     void setText(int row, int col, const QString& text);
     bool isEmptyRow(int row) const;
     void showRows(std::shared_ptr<const GridRows> rows);
-    // Writes the last row and adds an empty one, as long as next() gives the row's cells.
-    void fillRows(const std::function<bool(GridRow& row)>& next);
     void setNumberColumns(std::vector<int> columns) { numberColumns_ = std::move(columns); }
 
     int currentRow() const { return currentRow_; }
