@@ -110,9 +110,10 @@ void Form1Configurar::CarregaUsuarios()
         return;
     }
     Tabela4->MoveFirst();
-    for (Contador = 0; !Tabela4->eof(); Tabela4->MoveNext())
+    // Not with Contador, whose last value bounds the lines of the next printed cash list.
+    for (ContadorLista = 0; !Tabela4->eof(); Tabela4->MoveNext())
         if (const Field name = Tabela4->Fields(0); !name.isNull())
-            Combo1.AddItem(name.text(), Contador++);
+            Combo1.AddItem(name.text(), ContadorLista++);
     Tabela4->MoveFirst();
 }
 

@@ -245,7 +245,9 @@ TEST_F(Configurar, APasswordIsChangedByWhoKnowsIt)
     addUser(u"Ana Maria"_s, u"2"_s);
     addUser(u"Maria"_s, u"3"_s);
     open();
+    Funciones::Contador = 7;
     press(7);
+    EXPECT_EQ(Funciones::Contador, 7) << "the cash list is printed by it";
     EXPECT_EQ(buttons(), u"3 5|&Exclui Usuario|&Aplicar|&Cancelar|"_s + LevelsTip);
     EXPECT_EQ(form().Text2.passwordChar(), u"*"_s);
     EXPECT_EQ(form().Combo1.text(), QString());
