@@ -285,6 +285,7 @@ TEST_F(Configurar, LevelsAreSetForTheUserOnShow)
     open();
     press(4);
     EXPECT_EQ(screen(), u"||users|levels"_s);
+    EXPECT_EQ(form().Label2(4).caption(), u"Nivel de acesso"_s);
     EXPECT_EQ(buttons(), u"4 5|&Local backup|&Aplicar|&Cancelar|Salva as alterações"_s);
     choose(u"Bia"_s);
     EXPECT_EQ(form().Check2(3).value(), 1) << "a Null shows as ticked";
