@@ -32,7 +32,7 @@ QString iniText(const QString& mainFile, bool withExamples)
 // UTF-8, or the path would lead nowhere.
 QByteArray iniBytes(const QString& text)
 {
-    const QByteArray narrow = toWindows1252(text);
+    QByteArray narrow = toWindows1252(text);
     if (fromWindows1252(narrow) == text)
         return narrow;
     return (QChar(QChar::ByteOrderMark) + text).toUtf8();
@@ -113,7 +113,7 @@ QStringList layDownInstallation(const QString& folder, bool withExamples)
     QLockFile alone(place.filePath(u".vorbelo-setup.lock"_s));
     if (!alone.tryLock(LongestWait))
         throw RuntimeError(RuntimeError::PathFileAccess);
-    const QStringList missing = missingIn(place);
+    QStringList missing = missingIn(place);
     const QString mainFile = place.absoluteFilePath(u"GALTERIA1.mdb"_s);
     if (missing.contains(u"GALTERIA1.mdb"_s)) {
         std::vector<TableRows> rows{firstUser()};

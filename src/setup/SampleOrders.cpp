@@ -151,7 +151,7 @@ std::vector<TableRows> sampleOrders(SampleWords& words, const TableRows& parts)
         const Row& part = anyOf(parts.rows, words);
         const int quantity = 1 + words.below(4);
         movements.rows.push_back({part[Code], part[Description], quantity,
-                                  times(quantity, part[Price]), firstDay.addDays(4 * sale)});
+                                  times(quantity, part[Price]), firstDay.addDays(4LL * sale)});
     }
     return {orders, twins, movements};
 }

@@ -84,7 +84,7 @@ TableRows sampleDefects()
     for (int number = 0; number < Count; ++number) {
         const Known& entry = known[static_cast<std::size_t>(number) % known.size()];
         const bool isOpen = number % 27 == 26; // written down, and not solved yet
-        defects.rows.push_back({brands[number * 3 % brands.size()],
+        defects.rows.push_back({brands[3LL * number % brands.size()],
                                 number % 9 == 8 ? QString(7, u'*') : u"TX-%1"_s.arg(20 + number),
                                 entry.defect, isOpen ? QString(23, u'*') : entry.solution});
     }

@@ -264,7 +264,7 @@ QString Form1Pec::beginNewRow()
         Tabela1->MoveLast();
         MostraFichaPeca();
     }
-    const QString code = nextCode(Text1(BoxCode).text());
+    QString code = nextCode(Text1(BoxCode).text());
     Tabela1->AddNew();
     return code;
 }

@@ -146,7 +146,7 @@ void Form1pecavenda::PedidoAutomatico()
 void Form1pecavenda::orderWhatRanOut()
 {
     // No event of the loop replaces the pair.
-    const std::shared_ptr<Recordset> parts = Tabela1.shared();
+    const std::shared_ptr<Recordset>& parts = Tabela1.shared();
     for (parts->MoveFirst(); !parts->eof(); parts->MoveNext()) {
         const QString stock = parts->Fields(2).textOrEmpty();
         if (!isNumeric(stock)) // passed over, and the next part is looked at

@@ -146,6 +146,71 @@ arrive "$report"
 key alt+f
 leave "$report"
 
+# --- the bench
+bench='^Serviço executado e peças'
+found='^Peças aplicadas e serviço executado - '
+arrive "$main"
+press_main Command1_12
+arrive "$bench"
+text 0000003
+arrive "$found"
+key Tab space
+take bench-found "$found"
+key alt+e
+take bench-editing "$found"
+key alt+c alt+f
+leave "$found"
+
+# --- what is to be bought, on-site orders, firms, defects
+orders='^Pedido de Peças'
+onsite='^Manutenção'
+firms='^Cadastro de Fornecedores'
+firm_search='^Buscar Fornecedor'
+defects='^Registro de Defeitos'
+arrive "$main"
+key F5
+arrive "$orders"
+take orders "$orders"
+key alt+f
+leave "$orders"
+arrive "$main"
+key F6
+arrive "$onsite"
+take onsite "$onsite"
+key alt+f
+leave "$onsite"
+arrive "$main"
+key F3
+arrive "$firms"
+take firm "$firms"
+key alt+p
+arrive "$firm_search"
+text el
+arrive "$firm_search - "
+take firm-search "$firm_search"
+key alt+F4
+leave "$firm_search"
+arrive "$main"
+press_main Command1_14
+arrive "$defects"
+take defects "$defects"
+key alt+f
+leave "$defects"
+
+# --- settings
+settings='^Configuração do Sistema'
+arrive "$main"
+key F9
+arrive "$settings"
+key alt+c
+take settings-company "$settings"
+key alt+c alt+l space
+take settings-place "$settings"
+key alt+c alt+a
+take settings-users "$settings"
+key alt+c alt+f
+leave "$settings"
+
 # --- the way out
 arrive "$main"
 press_main Command1_7

@@ -59,7 +59,7 @@ QString hostPath(const QString& path)
     if (slashed.size() < 2 || slashed[1] != u':' || !isDriveLetter(slashed[0]))
         return slashed;
 
-    const QString folder = mappedFolder(slashed[0]);
+    QString folder = mappedFolder(slashed[0]);
     if (folder.isEmpty())
         throw RuntimeError(RuntimeError::PathNotFound);
     QString rest = slashed.mid(2);

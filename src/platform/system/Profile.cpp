@@ -119,8 +119,7 @@ QByteArray Profile::bytes() const
     switch (encoding_) {
     case Encoding::Windows1252:
         // What would be taken for UTF-8 the next time becomes that, with the mark.
-        if (const QByteArray narrow = toWindows1252(text);
-            encodingOf(narrow) == Encoding::Windows1252)
+        if (QByteArray narrow = toWindows1252(text); encodingOf(narrow) == Encoding::Windows1252)
             return narrow;
         break;
     case Encoding::Utf8:

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qint64 LargestFile = 16 * 1024 * 1024;
+constexpr qint64 LargestFile = 16'777'216; // bytes
 
 // Nothing where there is no such file; also for a folder, a pipe or a file beyond all reason.
 std::optional<QByteArray> contents(const QString& path)

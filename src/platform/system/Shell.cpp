@@ -35,7 +35,7 @@ bool openAddress(const QString& address)
         return opener->exitStatus() == QProcess::NormalExit && opener->exitCode() == 0;
     // It outlives this program.
     QObject::connect(opener.get(), &QProcess::finished, opener.get(), &QObject::deleteLater);
-    opener.release();
+    static_cast<void>(opener.release());
     return true;
 }
 

@@ -62,7 +62,7 @@ Section readSection(QStringView format)
         const QChar character = format[i];
         if (character == u'"') {
             isQuoted = !isQuoted;
-        } else if (isQuoted) {
+        } else if (isQuoted) { // NOLINT(bugprone-branch-clone): the order of the tests decides
             section.tokens.push_back({Token::Literal, character});
         } else if (character == u'\\') {
             if (++i < format.size())
