@@ -170,10 +170,11 @@ void Form1Configurar::Password_KeyPress(int& KeyAscii)
     enterAsTab(KeyAscii);
 }
 
-// The user on show goes at once and without a question, if one was chosen.
+// The user on show goes at once and without a question, if one was chosen: a name that was typed
+// looks nobody up, and another one would go for it.
 void Form1Configurar::deleteUser()
 {
-    if (Combo1.text().isEmpty())
+    if (Combo1.listIndex() < 0)
         return;
     RestauraBotoes();
     Combo1.setText({});

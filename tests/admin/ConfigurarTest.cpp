@@ -272,6 +272,9 @@ TEST_F(Configurar, APasswordIsChangedByWhoKnowsIt)
               QStringList({u"Administrador n 1110"_s, u"Ana Maria 2 1111"_s, u"Maria 3 1111"_s}));
     // A name that is contained in another one before it shows that other user.
     press(7);
+    form().Combo1.setText(u"Maria"_s);
+    press(3);
+    EXPECT_EQ(users().size(), 3) << "a name that was typed is nobody chosen";
     choose(u"Maria"_s);
     EXPECT_EQ(form().Text6.text(), u"Ana Maria"_s);
     press(3);
