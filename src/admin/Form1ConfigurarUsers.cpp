@@ -236,10 +236,12 @@ void Form1Configurar::applyPassword()
 void Form1Configurar::applyLevels()
 {
     RestauraBotoes();
-    inOnePiece({Conexao4}, [this] {
-        storeLevels();
-        Tabela4->UpdateMerged();
-    });
+    // Nobody is changed who was not chosen, though the first user's levels are on show.
+    if (Combo1.listIndex() >= 0)
+        inOnePiece({Conexao4}, [this] {
+            storeLevels();
+            Tabela4->UpdateMerged();
+        });
     FechaBanco4();
     Frame3.setVisible(false);
 }

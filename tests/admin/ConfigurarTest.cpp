@@ -297,6 +297,10 @@ TEST_F(Configurar, LevelsAreSetForTheUserOnShow)
     press(4);
     EXPECT_EQ(users(), QStringList({u"Administrador 1234 1111"_s, u"Bia 2 1000"_s}));
     EXPECT_FALSE(form().Frame3.visible());
+    press(4); // with nobody chosen
+    form().Check2(0).setValue(0);
+    press(4);
+    EXPECT_EQ(users().front(), u"Administrador 1234 1111"_s);
     press(4); // and given up: the pair is closed
     press(5);
     EXPECT_TRUE(Funciones::Tabela4.isNothing());
