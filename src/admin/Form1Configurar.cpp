@@ -169,6 +169,11 @@ void Form1Configurar::beginLines(int mode)
     ModoConfigura = mode;
     MontaTela();
     Command1(4).setCaption(ApplyCaption);
+    // A server has no letter to type.
+    if (Text1(0).enabled())
+        Text1(0).SetFocus();
+    else
+        Check1.SetFocus();
 }
 
 void Form1Configurar::applyOrBeginLevels()

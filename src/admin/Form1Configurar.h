@@ -73,5 +73,5 @@ private:
     void applyPassword();
     void applyLevels();
     void storeLevels();
-    void limitWithoutUsers();
+    void beginChoice();
 };

@@ -31,6 +31,7 @@ void Form1Configurar::beginNewUser()
     Tabela4->AddNew();
     TravaBotoes();
     Command1(4).setCaption(u"&Aplicar"_s);
+    Text2.SetFocus();
 }
 
 void Form1Configurar::beginPassword()
@@ -49,7 +50,7 @@ void Form1Configurar::beginPassword()
     Command1(3).setEnabled(true);
     Command1(3).setCaption(u"&Exclui Usuario"_s);
     Command1(3).setToolTipText(u"Exclui o nome do usuario"_s);
-    limitWithoutUsers();
+    beginChoice();
 }
 
 void Form1Configurar::beginLevels()
@@ -63,7 +64,7 @@ void Form1Configurar::beginLevels()
     MontaTela();
     Command1(4).setToolTipText(u"Salva as alterações"_s);
     Combo1.setEnabled(true);
-    limitWithoutUsers();
+    beginChoice();
 }
 
 void Form1Configurar::MontaUsuario()
@@ -92,11 +93,14 @@ void Form1Configurar::MontaUsuario()
     ConfereCampos();
 }
 
-// Without users there is nobody to change; the first one is added as a new user.
-void Form1Configurar::limitWithoutUsers()
+// One is to be chosen. Without users there is nobody to change; the first one is added as a new
+// user.
+void Form1Configurar::beginChoice()
 {
-    if (Tabela4->RecordCount() != 0)
+    if (Tabela4->RecordCount() != 0) {
+        Combo1.SetFocus();
         return;
+    }
     Frame2.setEnabled(false);
     setEnabled(Command1, {3, 4}, false);
 }
@@ -198,6 +202,7 @@ void Form1Configurar::applyNewUser()
         Command1(5).setCaption(u"&Cancelar"_s);
         TravaBotoes();
         Frame2.setEnabled(true);
+        Text3.SetFocus();
         return;
     }
     // A second user of one name is added as it stands.
@@ -220,6 +225,7 @@ void Form1Configurar::applyPassword()
         Command1(5).setCaption(u"&Cancelar"_s);
         Command1(4).setEnabled(true);
         Frame2.setEnabled(true);
+        Text2.SetFocus();
         return;
     }
     RestauraBotoes();

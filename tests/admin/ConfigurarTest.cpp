@@ -6,6 +6,7 @@
 #include "frmAbout.h"
 
 #include <QFile>
+#include <QWidget>
 
 namespace {
 
@@ -118,6 +119,27 @@ TEST_F(Configurar, EachTaskHasItsScreen)
     press(5);
     EXPECT_FALSE(form().isLoaded());
     EXPECT_EQ(principal().StatusBar1.panel(2), u"email:suporte@vorbelo.example"_s);
+}
+
+TEST_F(Configurar, EachTaskBeginsWhereItIsTyped)
+{
+    addUser(u"Ana"_s, u"1"_s);
+    open();
+    const std::vector<std::pair<int, QString>> rows{
+        {0, u"Text1_0"_s}, {1, u"Text1_0"_s}, {2, u"Check1"_s}, // Marque2 is 1
+        {3, u"Text1_0"_s}, {4, u"Combo1"_s},  {6, u"Text2"_s},  {7, u"Combo1"_s},
+    };
+    const auto focused = [this] { return form().window()->focusWidget()->objectName(); };
+    for (const auto& [button, box] : rows) {
+        press(button);
+        EXPECT_EQ(focused(), box) << button;
+        press(5);
+    }
+    press(6);
+    typePasswords(u"Bia"_s, u"2"_s, u"3"_s);
+    expectBox(u"Senha não confere,digite novamente."_s);
+    press(4);
+    EXPECT_EQ(focused(), u"Text3"_s);
 }
 
 TEST_F(Configurar, CompanyAndSheetTextsAreStoredAsTheyAreTyped)
