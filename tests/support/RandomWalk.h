@@ -24,6 +24,7 @@ protected:
         Fields stored;
         bool isGone = false;
     };
+    using Table = std::vector<std::shared_ptr<Row>>;
     struct Shown
     {
         std::shared_ptr<Row> row;
@@ -53,6 +54,14 @@ protected:
         return text.isNull() ? u"NULL"_s : u'\'' + QString(text).replace(u'\'', u"''"_s) + u'\'';
     }
 
+    static QStringList literals(const Fields& fields)
+    {
+        QStringList all;
+        for (const QString& field : fields)
+            all << literal(field);
+        return all;
+    }
+
     // --- the model's table, and this station's view of it
 
     void open()
@@ -74,6 +83,20 @@ protected:
     Shown& current() { return shown_[static_cast<size_t>(place_)]; }
     int last() const { return static_cast<int>(shown_.size()) - 1; }
 
+    // What becomes of one field, in the file and as this station knows it; false where both wrote.
+    // left: shown and written as the same, which is no change.
+    static bool merge(QString& stored, QString& known, const QString& typed, bool left)
+    {
+        const bool byOther = !same(stored, known);
+        if (byOther && left)
+            return true;
+        if (byOther && !same(typed, known) && !same(typed, stored))
+            return false;
+        if (!same(typed, known))
+            stored = typed;
+        known = typed;
+        return true;
+    }
     // Whether it was stored. filled: the boxes as they were filled.
     bool store(const Fields& typed, const Fields& filled)
     {
@@ -88,17 +111,9 @@ protected:
         Fields stored = current().row->stored;
         Fields known = before;
         bool refused = false;
-        for (int i = 0; i < typed.size(); ++i) {
-            const bool byOther = !same(stored[i], before[i]);
-            // Shown as nothing and written as nothing is no change.
-            const bool isNothing = before[i].isNull() && typed[i].isEmpty();
-            if (byOther && (boxes_[i] == filled[i] || isNothing))
-                continue;
-            refused |= byOther && !same(typed[i], before[i]) && !same(typed[i], stored[i]);
-            if (!same(typed[i], before[i]))
-                stored[i] = typed[i];
-            known[i] = typed[i];
-        }
+        for (int i = 0; i < typed.size(); ++i)
+            refused |= !merge(stored[i], known[i], typed[i],
+                              boxes_[i] == filled[i] || (before[i].isNull() && typed[i].isEmpty()));
         if (refused) {
             refused_ = current().row;
             return false;
@@ -155,6 +170,12 @@ protected:
         return true;
     }
 
+    void insert(Table& rows, const QString& table, const QStringList& names, const Fields& fields)
+    {
+        rows.push_back(std::make_shared<Row>(Row{fields, false}));
+        mainSql(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table, names.join(u','),
+                                                         literals(fields).join(u',')));
+    }
     void otherStationWrites(const QStringList& texts)
     {
         std::vector<int> alive;
@@ -163,14 +184,9 @@ protected:
                 alive.push_back(i);
         if (alive.size() < 3 || below(4) == 0) {
             Fields fields;
-            QStringList literals;
-            for (int i = 0; i < names_.size(); ++i) {
+            for (int i = 0; i < names_.size(); ++i)
                 fields << (below(4) == 0 ? QString() : oneOf(texts));
-                literals << literal(fields.last());
-            }
-            rows_.push_back(std::make_shared<Row>(Row{fields, false}));
-            mainSql(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table_, names_.join(u','),
-                                                             literals.join(u',')));
+            insert(rows_, table_, names_, fields);
             return;
         }
         int n = below(static_cast<int>(alive.size()));
@@ -186,21 +202,17 @@ protected:
                 "OFFSET %4)"_s.arg(table_, names_[field], literal(text))
                     .arg(n));
     }
-    void expectTable() const
+    void expectTable(const Table& rows, const QString& table, const QStringList& names) const
     {
         QStringList wanted;
-        for (const auto& row : rows_)
-            if (!row->isGone) {
-                QStringList literals;
-                for (const QString& field : row->stored)
-                    literals << literal(field);
-                wanted << literals.join(u'|');
-            }
+        for (const auto& row : rows)
+            if (!row->isGone)
+                wanted << literals(row->stored).join(u'|');
         QStringList quoted;
-        for (const QString& name : names_)
-            quoted << u"quote(%1)"_s.arg(name);
+        for (const QString& name : names)
+            quoted << u"quote(CAST(%1 AS TEXT))"_s.arg(name);
         EXPECT_EQ(sql(mainFile(),
-                      u"SELECT %1 FROM %2 ORDER BY _id"_s.arg(quoted.join(u"||'|'||"_s), table_)),
+                      u"SELECT %1 FROM %2 ORDER BY _id"_s.arg(quoted.join(u"||'|'||"_s), table)),
                   wanted);
     }
 
@@ -216,7 +228,7 @@ protected:
         for (int i = 0; i < steps && !this->HasFailure(); ++i) {
             way << step();
             compare();
-            expectTable();
+            expectTable(rows_, table_, names_);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
         EXPECT_FALSE(this->HasFailure())
@@ -224,15 +236,210 @@ protected:
             << " steps, at last: " << way.mid(way.size() - 12).join(u", "_s).toStdString();
     }
 
-    std::vector<std::shared_ptr<Row>> rows_;
+    Table rows_;
     std::vector<Shown> shown_;
     int place_ = 0;
     State state_ = State::Browsing;
     Fields boxes_;
+    // What is typed, and what other stations write.
+    QStringList texts_{u""_s,  u"Alfa"_s,    u"beta"_s,       u"Gama"_s,
+                       u"7"_s, u"0000041"_s, u"1932324410"_s, u"52998224725"_s};
 
 private:
     std::shared_ptr<Row> refused_;
-    QString table_;
-    QStringList names_;
     std::mt19937 random_;
+
+protected:
+    const QString table_;
+    const QStringList names_;
+};
+
+// The walk over a form that shows one row in its boxes, with the buttons 0 to 13 beside it.
+template <class Fixture> class RecordWalk : public RandomWalk<Fixture>
+{
+protected:
+    using Base = RandomWalk<Fixture>;
+    using Base::Base, Base::below, Base::boxes_, Base::current, Base::isEmpty, Base::last;
+    using Base::leave, Base::names_, Base::oneOf, Base::place_, Base::state_, Base::texts_;
+    using typename Base::Fields, typename Base::State;
+
+    virtual ControlArray<CommandButton>& commands() = 0;
+    virtual TextBox& fieldBox(int field) = 0;
+    virtual TextBox& countBox() = 0;
+    virtual void openForm() = 0;
+    virtual void clickRemove(Answer answer) = 0;
+    // A stored text in its box, what its box takes of a typed one, what it stores when empty.
+    virtual QString asShown(int /*field*/, const QString& text) const
+    {
+        return text.isNull() ? u""_s : text;
+    }
+    virtual QString asTyped(int /*field*/, const QString& text) const { return text; }
+    virtual QString filler(int /*field*/) const { return u""_s; }
+    virtual QString buttons() const
+    {
+        return state_ == State::New       ? u"1 9"_s
+               : state_ == State::Editing ? u"1 3 9"_s
+               : isEmpty()                ? u"0 8"_s
+                                          : always_ + (canGoBack_ ? u" 10"_s : u""_s) +
+                                 (canGoOn_ ? u" 11 12 13"_s : u" 12 13"_s);
+    }
+    // What a form does besides.
+    virtual void pressed(int /*button*/) {}
+    virtual void stored() { show(); }
+    virtual void refused() { click(commands()(1)); }
+    virtual void removed(bool /*wasFirst*/) {}
+    virtual void refill() {}
+    virtual QString lookUp(int /*what*/) { return {}; }
+    virtual void compare()
+    {
+        Fields seen;
+        for (int field = 0; field < names_.size(); ++field)
+            seen << fieldBox(field).text();
+        EXPECT_EQ(seen, boxes_);
+        EXPECT_EQ(enabledOf(commands()), buttons());
+        EXPECT_EQ(fieldBox(typedFields() - 1).locked(), state_ == State::Browsing);
+        EXPECT_EQ(countBox().text().toInt(), last() + 1);
+    }
+
+    Fields filled()
+    {
+        Fields texts(names_.size(), u""_s);
+        for (int i = 0; i < texts.size() && !isEmpty(); ++i)
+            texts[i] = asShown(i, current().fields[i]);
+        if (isEmpty() && number_ >= 0)
+            texts[number_] = noNumber_;
+        return texts;
+    }
+    void show()
+    {
+        boxes_ = filled();
+        onShow_ = place_;
+    }
+    void browse()
+    {
+        state_ = State::Browsing;
+        canGoBack_ = canGoOn_ = true;
+    }
+    void reopen()
+    {
+        openForm();
+        Base::open();
+        browse();
+        show();
+        refill();
+    }
+    // One above the last row's, where the form numbers its rows.
+    void beginNew()
+    {
+        leave();
+        if (number_ >= 0) {
+            place_ = std::max(0, last());
+            show();
+        }
+        const int next = number_ < 0 ? 0 : boxes_[number_].right(7).toInt() + 1;
+        boxes_ = Fields(names_.size(), u""_s);
+        if (number_ >= 0)
+            boxes_[number_] = QString::number(next).rightJustified(7, u'0');
+        state_ = State::New;
+    }
+    void save()
+    {
+        Fields typed;
+        for (int i = 0; i < boxes_.size(); ++i)
+            typed << (boxes_[i].isEmpty() ? filler(i) : boxes_[i]);
+        if (!Base::store(typed, filled())) {
+            refused();
+            return;
+        }
+        click(commands()(1));
+        browse();
+        stored();
+        refill();
+    }
+    void removeOrNot(Answer answer)
+    {
+        clickRemove(answer);
+        browse();
+        if (answer == Answer::No)
+            return;
+        const bool wasFirst = place_ == 0;
+        if (Base::remove())
+            removed(wasFirst);
+        refill();
+        show();
+    }
+    void go(int button)
+    {
+        if (turnsOffAtEnds_) {
+            canGoBack_ = button == 10 ? place_ > 0 : button != 12;
+            canGoOn_ = button == 11 ? place_ < last() : button != 13;
+        }
+        Base::move(button);
+        show();
+    }
+    void press(int button)
+    {
+        const bool isOn = buttons().split(u' ').contains(QString::number(button));
+        if (isOn && button == 1) {
+            save();
+        } else if (isOn && button == 3) {
+            removeOrNot(below(2) == 0 ? Answer::Yes : Answer::No);
+        } else {
+            click(commands()(button));
+            if (!isOn)
+                return;
+            if (button == 0) {
+                beginNew();
+            } else if (button == 2) {
+                if (onShow_ != place_)
+                    show();
+                state_ = State::Editing;
+            } else if (button == 4 || button == 8) {
+                reopen();
+            } else if (button == 9) {
+                Base::cancel();
+                browse();
+                show();
+            } else if (button >= 10) {
+                go(button);
+            }
+            pressed(button);
+        }
+    }
+    QString step()
+    {
+        const int what = below(20);
+        if (what < 10) {
+            const int button = below(14);
+            press(button);
+            return u"button %1"_s.arg(button);
+        }
+        if (what < 13) {
+            Base::otherStationWrites(texts_);
+            return u"other"_s;
+        }
+        const QString looked = lookUp(what);
+        if (!looked.isNull())
+            return looked;
+        const int field = below(typedFields());
+        const QString text = oneOf(texts_).section(u'\n', 0, 0);
+        type(fieldBox(field), text);
+        const QString taken = asTyped(field, text);
+        if (state_ != State::Browsing && (text.isEmpty() || !taken.isEmpty()))
+            boxes_[field] = taken;
+        return u"type %1 %2"_s.arg(field).arg(text);
+    }
+    void goAsTheModel()
+    {
+        reopen();
+        Base::walk([this] { return step(); }, [this] { compare(); });
+    }
+    virtual int typedFields() const { return static_cast<int>(names_.size()); }
+
+    QString always_; // the buttons on over a row, but those that move
+    bool turnsOffAtEnds_ = true;
+    bool canGoBack_ = true, canGoOn_ = true;
+    int number_ = -1; // the field that is counted
+    QString noNumber_ = u""_s;
+    int onShow_ = 0; // the place of the row in the boxes
 };

@@ -1,38 +1,26 @@
 #include "BenchTest.h"
+#include "RandomWalk.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
 
 #include <algorithm>
-#include <memory>
-#include <random>
+#include <array>
 #include <set>
 
 namespace {
 
 // The bench beside a naive model of it, at random: keys, clicks, parts picked, saves, and another
 // station's writes; after each step boxes, buttons, grid and both tables are compared. A fault is
-// as good as any other end, where the model has it too. A longer walk:
-//   VORBELO_MODEL_STEPS=20000 VORBELO_MODEL_SEED=7 test_workshop --gtest_filter='BenchWalk*'
-class BenchWalk : public BenchTest
+// as good as any other end, where the model has it too.
+class BenchWalk : public RandomWalk<BenchTest>
 {
 protected:
     // --- the model
 
     struct Fault
     {
-    };
-    using Fields = std::vector<QString>; // a Null is the null text
-    struct Row
-    {
-        Fields stored;
-        bool isGone = false;
-    };
-    struct Shown
-    {
-        std::shared_ptr<Row> row;
-        Fields fields; // as the recordset has them
     };
     struct View
     {
@@ -46,7 +34,7 @@ protected:
             return rows[static_cast<size_t>(place)];
         }
         // The first row whose field holds the text; past the end where none does.
-        void find(size_t field, const QString& text)
+        void find(int field, const QString& text)
         {
             if (rows.empty() || text.contains(u'\''))
                 throw Fault();
@@ -55,31 +43,29 @@ protected:
                 ++place;
         }
     };
-    using Table = std::vector<std::shared_ptr<Row>>;
-
     // numero, Nome, telefone, marca, servicoexecutado, and the flags
-    static constexpr size_t Service = 4, FirstFlag = 5, OrderFields = 8;
-    static constexpr size_t TwinFields = 46, PartFields = 4;
-    const QStringList orderNames_{
-        u"numero"_s,           u"Nome"_s,   u"telefone"_s, u"marca"_s,
-        u"servicoexecutado"_s, u"pronto"_s, u"retorno"_s,  u"naotempeca"_s};
-    const QStringList partNames_{u"CODIGO"_s, u"DESCRICAO"_s, u"VALOR"_s, u"EQUIVALENTE"_s};
-
-    Table orders_, twins_, parts_;
+    static constexpr int Service = 4, FirstFlag = 5, TwinFields = 46;
+    BenchWalk()
+        : RandomWalk(u"Cliente"_s,
+                     {u"numero"_s, u"Nome"_s, u"telefone"_s, u"marca"_s, u"servicoexecutado"_s,
+                      u"pronto"_s, u"retorno"_s, u"naotempeca"_s})
+    {
+        texts_ = {u""_s,       {},       u"5"_s,    u"05"_s,     u"7"_s,
+                  u"1234,5"_s, u"Ana"_s, u"0,00"_s, u"0000005"_s};
+    }
+    Table twins_, parts_;
     View Tabela1, Tabela3, Tabela4;
-    std::vector<QString> text_ = std::vector<QString>(38);
-    std::vector<QString> description_ = std::vector<QString>(12);
-    std::vector<int> chosen_ = std::vector<int>(12, -1);
-    std::vector<int> flag_ = std::vector<int>(4);
+    Fields text_, description_;
+    QList<int> chosen_, flag_;
     QString text3_, text4_;
     int line_ = 0;
     QStringList grid_;
     bool gridVisible_ = false;
     bool isEditing_ = false;
     bool canEdit_ = false;
-    std::vector<QString> entries_;
+    QStringList entries_;
 
-    static View viewOf(const Table& table, size_t order)
+    static View viewOf(const Table& table, int order)
     {
         View view;
         for (const auto& row : table)
@@ -104,15 +90,15 @@ protected:
     void set(int box, const QString& text)
     {
         const QString clean = text.isNull() ? u""_s : text;
-        if (text_[static_cast<size_t>(box)] == clean)
+        if (text_[box] == clean)
             return;
-        text_[static_cast<size_t>(box)] = clean;
+        text_[box] = clean;
         changed(box);
     }
     void setDescription(int line, const QString& text)
     {
-        description_[static_cast<size_t>(line)] = text.isNull() ? u""_s : text;
-        chosen_[static_cast<size_t>(line)] = -1;
+        description_[line] = text.isNull() ? u""_s : text;
+        chosen_[line] = -1;
     }
     void clearAll()
     {
@@ -123,7 +109,7 @@ protected:
     }
     void changed(int box)
     {
-        if (text_[static_cast<size_t>(box)] != text_[0])
+        if (text_[box] != text_[0])
             return;
         if (text_[0].isEmpty()) {
             gridVisible_ = false;
@@ -135,11 +121,11 @@ protected:
         }
         Tabela1 = {};
         grid_.clear();
-        for (const auto& row : orders_)
+        for (const auto& row : rows_)
             if (!row->isGone && row->stored[0].contains(text_[0])) {
                 Tabela1.rows.push_back({row, row->stored});
                 QStringList cells;
-                for (const size_t field : {0, 1, 3, 2})
+                for (const int field : {0, 1, 3, 2})
                     cells << row->stored[field];
                 grid_ << cells.join(u'|');
             }
@@ -164,7 +150,7 @@ protected:
         if (Tabela4.has()) {
             const Fields twin = Tabela4.current().fields;
             for (int line = 1; line <= 11; ++line) {
-                const auto first = static_cast<size_t>(2 + 4 * (line - 1));
+                const int first = 2 + 4 * (line - 1);
                 set(26 + line, twin[first]);
                 setDescription(line, twin[first + 1]);
                 set(14 + line, twin[first + 2]);
@@ -175,29 +161,27 @@ protected:
     }
     void showOrder()
     try {
-        const auto field = [this](size_t number) { return Tabela1.current().fields[number]; };
+        const auto field = [this](int number) { return Tabela1.current().fields[number]; };
         set(1, field(0));
         set(2, field(1));
         set(26, field(Service));
         const QString phone = field(2);
         set(3, phone == u"1932324410"_s ? u"(19)3232-4410"_s : phone);
-        for (const size_t flag : {0, 1, 3})
+        for (const int flag : {0, 1, 3})
             flag_[flag] = field(FirstFlag + (flag == 3 ? 2 : flag)) != u"0"_s;
     } catch (const Fault&) {
         // The bench ends silently here.
     }
     void pickModel(int line, int entry)
     {
-        const auto at = static_cast<size_t>(line);
-        if (chosen_[at] == entry)
+        if (chosen_[line] == entry)
             return;
         const auto count = static_cast<int>(entries_.size());
-        description_[at] =
-            entries_[static_cast<size_t>(entry < count ? entry : 2 * count - 1 - entry)];
-        chosen_[at] = entry;
+        description_[line] = entries_[entry < count ? entry : 2 * count - 1 - entry];
+        chosen_[line] = entry;
         line_ = line;
-        if (text4_ != description_[at]) {
-            text4_ = description_[at];
+        if (text4_ != description_[line]) {
+            text4_ = description_[line];
             Tabela3.find(1, text4_);
             fillLine();
         }
@@ -211,25 +195,13 @@ protected:
         set(3 + line_, part[2]);
     }
 
-    static bool same(const QString& left, const QString& right)
+    // One field of one row; where both stations wrote it the program ends.
+    static void put(Shown& row, int field, const QString& now, const QString& asShown)
     {
-        return left == right && left.isNull() == right.isNull();
-    }
-    // What becomes of one field: the row as it is stored after it, and as the recordset has it.
-    static void merge(Shown& row, size_t field, const QString& now, const QString& asShown)
-    {
-        QString& before = row.fields[field];
-        QString& stored = row.row->stored[field];
-        const bool byOther = !same(stored, before);
-        if (byOther && now == asShown)
-            return; // left alone here
         const bool nothing = now.isEmpty() || now == u"0"_s || now == u"0,00"_s;
-        if (byOther && before.isNull() && nothing)
-            return;
-        if (byOther && !same(now, before) && !same(now, stored))
+        if (!merge(row.row->stored[field], row.fields[field], now,
+                   now == asShown || (row.fields[field].isNull() && nothing)))
             throw Fault();
-        if (!same(now, before))
-            stored = before = now;
     }
     void save()
     {
@@ -237,39 +209,34 @@ protected:
         Shown& twin = Tabela4.current();
         if (order.row->isGone || twin.row->isGone)
             throw Fault();
-        const std::vector<std::shared_ptr<Row>> rows{order.row, twin.row};
-        const std::vector<Row> before{*order.row, *twin.row};
+        const Row before[] = {*order.row, *twin.row};
         try {
-            const QString service = order.fields[Service];
-            merge(order, Service, text_[26], service.isNull() ? u""_s : service);
-            for (size_t line = 1; line <= 11; ++line) {
-                const size_t first = 2 + 4 * (line - 1);
-                const auto shown = [&](size_t field) {
-                    const QString& text = twin.fields[field];
-                    return text.isNull() ? u""_s : text;
-                };
-                merge(twin, first, text_[26 + line], shown(first));
-                merge(twin, first + 1, description_[line], shown(first + 1));
-                merge(twin, first + 2, text_[14 + line], shown(first + 2));
-                merge(twin, first + 3, text_[3 + line], money(twin.fields[first + 3]));
+            const auto text = [](const QString& field) { return field.isNull() ? u""_s : field; };
+            put(order, Service, text_[26], text(order.fields[Service]));
+            for (int line = 1; line <= 11; ++line) {
+                const int first = 2 + 4 * (line - 1);
+                put(twin, first, text_[26 + line], text(twin.fields[first]));
+                put(twin, first + 1, description_[line], text(twin.fields[first + 1]));
+                put(twin, first + 2, text_[14 + line], text(twin.fields[first + 2]));
+                put(twin, first + 3, text_[3 + line], money(twin.fields[first + 3]));
             }
-            for (const size_t flag : {0, 1, 3}) {
-                const size_t field = FirstFlag + (flag == 3 ? 2 : flag);
-                merge(order, field, flag_[flag] ? u"1"_s : u"0"_s, order.fields[field]);
+            for (const int flag : {0, 1, 3}) {
+                const int field = FirstFlag + (flag == 3 ? 2 : flag);
+                put(order, field, QString::number(flag_[flag]), order.fields[field]);
             }
         } catch (const Fault&) {
-            *rows[0] = before[0];
-            *rows[1] = before[1];
+            *order.row = before[0];
+            *twin.row = before[1];
             throw;
         }
     }
 
     void load()
     {
-        std::fill(text_.begin(), text_.end(), u""_s);
-        std::fill(description_.begin(), description_.end(), u""_s);
-        std::fill(chosen_.begin(), chosen_.end(), -1);
-        std::fill(flag_.begin(), flag_.end(), 0);
+        text_ = Fields(38, u""_s);
+        description_ = Fields(12, u""_s);
+        chosen_ = QList<int>(12, -1);
+        flag_ = QList<int>(4, 0);
         text3_ = text4_ = u""_s;
         Tabela3 = viewOf(parts_, 1);
         Tabela4 = viewOf(twins_, 0);
@@ -283,23 +250,6 @@ protected:
 
     // --- both
 
-    int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
-    template <class List> auto oneOf(const List& all)
-    {
-        return all[static_cast<typename List::size_type>(below(static_cast<int>(all.size())))];
-    }
-
-    static QString literal(const QString& text)
-    {
-        return text.isNull() ? u"NULL"_s : u'\'' + QString(text).replace(u'\'', u"''"_s) + u'\'';
-    }
-    static QStringList literals(const Fields& fields)
-    {
-        QStringList all;
-        for (const QString& field : fields)
-            all << literal(field);
-        return all;
-    }
     static QStringList twinNames()
     {
         QStringList names{u"NUMERO"_s, u"NOME"_s};
@@ -308,42 +258,36 @@ protected:
                 names << name + QString::number(line);
         return names;
     }
-    void insert(Table& table, const QString& name, const QStringList& names, const Fields& fields)
-    {
-        table.push_back(std::make_shared<Row>(Row{fields, false}));
-        mainSql(u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(name, names.join(u','),
-                                                         literals(fields).join(u',')));
-    }
     void insertOrder(const QString& number)
     {
         const QStringList phones{u"1932324410"_s, u"(19)3232-4410"_s, {}, u""_s};
         Fields fields{
             number,        oneOf(texts_), oneOf(phones), oneOf(texts_),
             oneOf(texts_), u"0"_s,        u"1"_s,        below(5) == 0 ? QString() : u"0"_s};
-        insert(orders_, u"Cliente"_s, orderNames_, fields);
-        Fields twin(TwinFields);
-        twin[0] = number;
-        for (size_t field = 1; field < TwinFields; ++field)
-            twin[field] = below(3) == 0 ? oneOf(texts_) : QString();
+        insert(rows_, table_, names_, fields);
+        Fields twin{number};
+        while (twin.size() < TwinFields)
+            twin << (below(3) == 0 ? oneOf(texts_) : QString());
         if (below(8) != 0)
             insert(twins_, u"PECAAPLICADA"_s, twinNames(), twin);
     }
     // Often in the very row that is worked on here.
     void otherStation()
     {
-        const auto left = std::count_if(orders_.begin(), orders_.end(),
-                                        [](const auto& row) { return !row->isGone; });
+        const auto left =
+            std::count_if(rows_.begin(), rows_.end(), [](const auto& row) { return !row->isGone; });
         if (left < 5 || (left < 12 && below(8) == 0)) {
             insertOrder(QString::number(10'000'000 + below(60)).right(7));
             return;
         }
         const bool isTwin = below(2) == 0;
-        const Table& table = isTwin ? twins_ : orders_;
-        const QString name = isTwin ? u"PECAAPLICADA"_s : u"Cliente"_s;
-        const QStringList names = isTwin ? twinNames() : orderNames_;
+        const Table& table = isTwin ? twins_ : rows_;
+        const QString name = isTwin ? u"PECAAPLICADA"_s : table_;
+        const QStringList names = isTwin ? twinNames() : names_;
         const View& view = isTwin ? Tabela4 : Tabela1;
         const bool isHere = view.has() && below(2) == 0;
-        const auto row = isHere ? view.rows[static_cast<size_t>(view.place)].row : oneOf(table);
+        const auto row = isHere ? view.rows[static_cast<size_t>(view.place)].row
+                                : table[static_cast<size_t>(below(static_cast<int>(table.size())))];
         if (row->isGone)
             return;
         const auto rank = std::count_if(table.begin(), std::find(table.begin(), table.end(), row),
@@ -356,21 +300,20 @@ protected:
             mainSql(u"DELETE FROM "_s + name + which);
             return;
         }
-        const int field = 1 + below(isTwin ? 12 : static_cast<int>(OrderFields) - 1);
-        const bool isFlag = !isTwin && field >= static_cast<int>(FirstFlag);
+        const int field = 1 + below(isTwin ? 12 : 7);
+        const bool isFlag = !isTwin && field >= FirstFlag;
         const QString text = isFlag ? QString::number(below(2)) : oneOf(texts_);
         if (!isTwin && field == 2)
             return;
-        row->stored[static_cast<size_t>(field)] = text;
+        row->stored[field] = text;
         mainSql(u"UPDATE "_s + name + u" SET "_s + names[field] + u" = "_s + literal(text) + which);
     }
 
     // Each letter is a change; over the same first letter none is sure.
     void typeInto(int box, const QString& text)
     {
-        const auto at = static_cast<size_t>(box);
         const bool isOpen = box == 0 ? !isEditing_ : isEditing_ && box > 3;
-        if (isOpen && text_[at] == text.left(1))
+        if (isOpen && text_[box] == text.left(1))
             return;
         type(bench().Text1(box), text);
         if (!isOpen)
@@ -436,8 +379,8 @@ protected:
             return u"other"_s;
         }
         if (what == 15) {
-            const int flag = oneOf(std::vector{0, 1, 3});
-            flag_[static_cast<size_t>(flag)] ^= 1;
+            const int flag = std::array{0, 1, 3}[static_cast<size_t>(below(3))];
+            flag_[flag] ^= 1;
             click(bench().Check1(flag));
             return u"flag %1"_s.arg(flag);
         }
@@ -449,7 +392,8 @@ protected:
             return u"pick %1 %2"_s.arg(line).arg(entry);
         }
         const QString text = oneOf(texts_);
-        const int box = oneOf(std::vector{2, 26, 26 + line, 14 + line, 3 + line});
+        const int box =
+            std::array{2, 26, 26 + line, 14 + line, 3 + line}[static_cast<size_t>(below(5))];
         if (what == 17)
             typeDescription(line, text);
         else
@@ -460,37 +404,18 @@ protected:
     void compare() const
     {
         for (int box = 0; box <= 37; ++box)
-            EXPECT_EQ(bench().Text1(box).text(), text_[static_cast<size_t>(box)]) << box;
+            EXPECT_EQ(bench().Text1(box).text(), text_[box]) << box;
         for (int line = 1; line <= 11; ++line)
-            EXPECT_EQ(bench().line(line).description.text(),
-                      description_[static_cast<size_t>(line)]);
+            EXPECT_EQ(bench().line(line).description.text(), description_[line]);
         for (const int flag : {0, 1, 3})
-            EXPECT_EQ(bench().Check1(flag).value(), flag_[static_cast<size_t>(flag)]) << flag;
+            EXPECT_EQ(bench().Check1(flag).value(), flag_[flag]) << flag;
         EXPECT_EQ(enabledOf(bench().Command1), enabledNow());
         EXPECT_EQ(bench().Text1(0).locked(), isEditing_);
         EXPECT_EQ(bench().Combo7.locked(), !isEditing_);
         EXPECT_EQ(bench().MSFlexGrid1.visible(), gridVisible_);
         EXPECT_EQ(gridRows(bench().MSFlexGrid1), grid_);
+        expectTable(twins_, u"PECAAPLICADA"_s, twinNames());
     }
-    void compareTable(const Table& table, const QString& name, const QStringList& names) const
-    {
-        QStringList wanted;
-        for (const auto& row : table)
-            if (!row->isGone)
-                wanted << literals(row->stored).join(u'|');
-        QStringList quoted;
-        for (const QString& field : names)
-            quoted << u"quote(CAST(%1 AS TEXT))"_s.arg(field);
-        EXPECT_EQ(sql(mainFile(), u"SELECT "_s + quoted.join(u"||'|'||"_s) + u" FROM "_s + name +
-                                      u" ORDER BY _id"_s),
-                  wanted);
-    }
-    void compareTables() const
-    {
-        compareTable(orders_, u"Cliente"_s, orderNames_);
-        compareTable(twins_, u"PECAAPLICADA"_s, twinNames());
-    }
-
     void begin()
     {
         setMsgBoxForTests([](const Box&) { return Answer::Ok; });
@@ -509,44 +434,29 @@ protected:
         bench().show();
         load();
     }
-
-    const QStringList texts_{u""_s,       {},       u"5"_s,    u"05"_s,     u"7"_s,
-                             u"1234,5"_s, u"Ana"_s, u"0,00"_s, u"0000005"_s};
-    std::mt19937 random_;
 };
 
 TEST_F(BenchWalk, GoesAsTheModel)
 {
-    const auto number = [](const char* name, int otherwise) {
-        return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
-    };
-    const int steps = number("VORBELO_MODEL_STEPS", 250);
-    random_.seed(static_cast<unsigned>(number("VORBELO_MODEL_SEED", 20040312)));
     begin();
-    QStringList way;
-    for (int i = 0; i < steps && !HasFailure(); ++i) {
-        bool isFault = false;
-        const int stepsBefore = static_cast<int>(way.size());
-        try {
-            way << step();
-        } catch (const Fault&) {
-            isFault = true;
-            way << u"fault"_s;
-        }
-        ASSERT_EQ(way.size(), stepsBefore + 1);
-        EXPECT_EQ(faults() > 0, isFault);
-        if (faults() > 0) {
-            startAnew();
-            bench().show();
-            load();
-        }
-        compare();
-        compareTables();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    EXPECT_FALSE(HasFailure())
-        << "after " << way.size() << " steps, at last: "
-        << way.mid(std::max<qsizetype>(0, way.size() - 14)).join(u", "_s).toStdString();
+    walk(
+        [this] {
+            QString done = u"fault"_s;
+            bool isFault = false;
+            try {
+                done = step();
+            } catch (const Fault&) {
+                isFault = true;
+            }
+            EXPECT_EQ(faults() > 0, isFault);
+            if (faults() > 0) {
+                startAnew();
+                bench().show();
+                load();
+            }
+            return done;
+        },
+        [this] { compare(); });
 }
 
 } // namespace

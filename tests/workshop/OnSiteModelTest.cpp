@@ -5,12 +5,27 @@
 
 namespace {
 
-class OnSiteWalk : public RandomWalk<OnSiteTest>
+class OnSiteWalk : public RecordWalk<OnSiteTest>
 {
 protected:
-    OnSiteWalk() : RandomWalk(u"MANUTENCAO"_s, fieldNames()) {}
-
-    static QString stars(int field)
+    OnSiteWalk() : RecordWalk(u"MANUTENCAO"_s, fieldNames())
+    {
+        always_ = u"0 2 5 6 8"_s;
+        number_ = 0;
+    }
+    ControlArray<CommandButton>& commands() override { return record().Command1; }
+    TextBox& countBox() override { return record().Text5; }
+    TextBox& fieldBox(int field) override { return boxOf(field); }
+    void clickRemove(Answer answer) override { OnSiteTest::remove(answer); }
+    void openForm() override
+    {
+        record().unload();
+        record().show();
+        mode_ = 0;
+    }
+    QString buttons() const override { return isCopying_ ? u"5"_s : RecordWalk::buttons(); }
+    QString asTyped(int field, const QString& text) const override { return cut(field, text); }
+    QString filler(int field) const override
     {
         static constexpr int counts[24] = {7,  0,  0,  29, 29, 21, 2,  5,  16, 24, 10, 10,
                                            14, 33, 25, 26, 27, 29, 31, 32, 32, 33, 39, 0};
@@ -24,7 +39,7 @@ protected:
                                            99, 50, 40, 40, 40, 40, 100, 100, 100, 100, 60, 12};
         return text.left(limits[field]);
     }
-    static QString asShown(int field, const QString& text)
+    QString asShown(int field, const QString& text) const override
     {
         struct Number
         {
@@ -52,150 +67,51 @@ protected:
                           : field == 12 ? number->second.document
                                         : number->second.money);
     }
-    void show()
+    void pressed(int button) override
     {
-        boxes_ = Fields(24, u""_s);
-        for (int i = 0; i < 24 && !isEmpty(); ++i)
-            boxes_[i] = asShown(i, current().fields[i]);
+        if (button == 0)
+            mode_ = 1;
+        if (button == 0 || (button == 5 && isCopying_)) {
+            if (button == 5)
+                beginNew();
+            boxes_[1] = u"09/03/2026"_s;
+        }
+        if (button != 5)
+            return;
+        isCopying_ = !isCopying_;
+        if (isCopying_) {
+            copied_ = boxes_;
+            boxes_ = Fields(24, u""_s);
+        } else {
+            for (int i = 3; i <= 13; ++i)
+                boxes_[i] = copied_[i];
+        }
     }
-    Fields filled()
+    void stored() override
     {
-        Fields texts = boxes_;
-        for (int i = 0; state_ == State::Editing && i < 24; ++i)
-            texts[i] = asShown(i, current().fields[i]);
-        return texts;
-    }
-    void browse()
-    {
-        state_ = State::Browsing;
-        canGoBack_ = canGoOn_ = true;
-    }
-    void reopen()
-    {
-        record().unload();
-        record().show();
-        open();
-        browse();
-        show();
-        mode_ = 0;
-    }
-    QString buttons() const
-    {
-        return isCopying_                 ? u"5"_s
-               : state_ == State::New     ? u"1 9"_s
-               : state_ == State::Editing ? u"1 3 9"_s
-               : isEmpty()                ? u"0 8"_s
-                                          : u"0 2 5 6 8 "_s + (canGoBack_ ? u"10 "_s : u""_s) +
-                                 (canGoOn_ ? u"11 "_s : u""_s) + u"12 13"_s;
-    }
-    void beginNew()
-    {
-        place_ = std::max(0, last());
-        show();
-        const int number = boxes_[0].right(7).toInt() + 1;
-        boxes_ = Fields(24, u""_s);
-        boxes_[0] = QString::number(number).rightJustified(7, u'0');
-        boxes_[1] = u"09/03/2026"_s;
-        state_ = State::New;
-    }
-    void press(int button);
-    void save();
-    QString step();
-
-    bool isCopying_ = false, canGoBack_ = true, canGoOn_ = true;
-    int mode_ = 0;
-    Fields copied_;
-};
-
-// A refusal is the told fault: the program ends, and is started anew.
-void OnSiteWalk::save()
-{
-    Fields typed;
-    for (int i = 0; i < 24; ++i)
-        typed << (boxes_[i].isEmpty() ? stars(i) : boxes_[i]);
-    if (store(typed, filled())) {
-        click(record().Command1(1));
         if (mode_ == 1)
             place_ = last();
         mode_ = 0;
-        browse();
         show();
-        return;
     }
-    int ended = 0;
-    setEndProgramForTests([&](EndReason) { ++ended; });
-    expectErrorBox(u"Erro nº -2147217864"_s);
-    click(record().Command1(1));
-    EXPECT_EQ(ended, 1);
-    setEndProgramForTests([](EndReason reason) { EXPECT_EQ(reason, EndReason::ExitQuestion); });
-    leave();
-    reopen();
-}
-
-void OnSiteWalk::press(int button)
-{
-    if (!buttons().split(u' ').contains(QString::number(button))) {
-        click(record().Command1(button));
-        return;
-    }
-    if (button == 1) {
-        save();
-        return;
-    }
-    const Answer answer = below(2) == 0 ? Answer::Yes : Answer::No;
-    button == 3 ? OnSiteTest::remove(answer) : click(record().Command1(button));
-    if (button == 0) {
-        beginNew();
-        mode_ = 1;
-    } else if (button == 2) {
-        state_ = State::Editing;
-    } else if (button == 3) {
-        browse();
-        if (answer == Answer::No)
-            return;
-        const bool wasFirst = place_ == 0;
-        if (RandomWalk::remove())
-            canGoBack_ = !wasFirst;
-        show();
-    } else if (button == 5 && !isCopying_) {
-        copied_ = boxes_;
-        boxes_ = Fields(24, u""_s);
-        isCopying_ = true;
-    } else if (button == 5) {
-        isCopying_ = false;
-        beginNew();
-        for (int i = 3; i <= 13; ++i)
-            boxes_[i] = copied_[i];
-    } else if (button == 8) {
+    // A refusal is the told fault: the program ends, and is started anew.
+    void refused() override
+    {
+        int ended = 0;
+        setEndProgramForTests([&](EndReason) { ++ended; });
+        expectErrorBox(u"Erro nº -2147217864"_s);
+        click(record().Command1(1));
+        EXPECT_EQ(ended, 1);
+        setEndProgramForTests([](EndReason reason) { EXPECT_EQ(reason, EndReason::ExitQuestion); });
+        leave();
         reopen();
-    } else if (button == 9) {
-        cancel();
-        browse();
-        show();
-    } else if (button >= 10) {
-        canGoBack_ = button == 10 ? place_ > 0 : button != 12;
-        canGoOn_ = button == 11 ? place_ < last() : button != 13;
-        move(button);
-        show();
     }
-}
-
-QString OnSiteWalk::step()
-{
-    const QStringList texts{u""_s,  u"Alfa"_s,    u"beta"_s,       u"Gama"_s,
-                            u"7"_s, u"0000041"_s, u"1932324410"_s, u"52998224725"_s};
-    const int what = below(20);
-    if (what < 10) {
-        const int button = below(14);
-        press(button);
-        return u"button %1"_s.arg(button);
-    }
-    if (what < 13) {
-        otherStationWrites(texts);
-        return u"other"_s;
-    }
-    if (what == 13 && state_ == State::Browsing && !isCopying_ && !isEmpty()) {
-        const QString number = oneOf(texts);
+    void removed(bool wasFirst) override { canGoBack_ = !wasFirst; }
+    QString lookUp(int what) override
+    {
+        if (what != 13 || state_ != State::Browsing || isCopying_ || isEmpty())
+            return {};
+        const QString number = below(4) == 0 ? u"'"_s : oneOf(texts_);
         record().Text2.setText({});
         record().Text2.setText(number);
         if (!number.isEmpty()) {
@@ -204,29 +120,15 @@ QString OnSiteWalk::step()
         }
         return u"look "_s + number;
     }
-    const int field = below(24);
-    const QString text = oneOf(texts);
-    type(boxOf(field), text);
-    if (state_ != State::Browsing)
-        boxes_[field] = cut(field, text);
-    return u"type %1 %2"_s.arg(field).arg(text);
-}
+
+    bool isCopying_ = false;
+    int mode_ = 0;
+    Fields copied_;
+};
 
 TEST_F(OnSiteWalk, GoesAsTheModel)
 {
-    record().show();
-    open();
-    show();
-    walk([this] { return step(); },
-         [this] {
-             Fields seen;
-             for (int field = 0; field < 24; ++field)
-                 seen << boxOf(field).text();
-             EXPECT_EQ(seen, boxes_);
-             EXPECT_EQ(enabledOf(record().Command1), buttons());
-             EXPECT_EQ(record().Text1(0).locked(), state_ == State::Browsing);
-             EXPECT_EQ(record().Text5.text().toInt(), static_cast<int>(shown_.size()));
-         });
+    goAsTheModel();
 }
 
 } // namespace
