@@ -505,6 +505,7 @@ void Form1pecavenda::Incluir()
     }
     lightLine(number);
     Text4(1).SetFocus();
+    Text4(1).selectAll(); // the next search takes the place of the one before
 }
 
 // The newest line of that number; Esc takes it out again, but paper still begins at the first line.

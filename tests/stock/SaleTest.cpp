@@ -2,6 +2,7 @@
 #include "StockTest.h"
 
 #include <QFile>
+#include <QTest>
 #include <QWidget>
 
 namespace {
@@ -83,6 +84,11 @@ TEST_F(SaleTest, NewLineIsLitAndTheSearchWaitsForTheNext)
     sell(1);
     EXPECT_EQ(list()[0].right(7), u"0000003"_s);
     EXPECT_EQ(sale().MSFlexGrid2.Row(), 2);
+    // What is searched for next takes the place of the search before.
+    type(sale().Text4(1), u"Dio"_s);
+    sell(1);
+    QTest::keyClicks(sale().Text4(1).widget(), u"Res"_s);
+    EXPECT_EQ(sale().Text4(1).text(), u"Res"_s);
 }
 
 TEST_F(SaleTest, ListLeftBehindComesBackWithItsTotals)

@@ -117,6 +117,8 @@ public:
     QString text() const;
     // Cut to the maximum length; fires Change before it returns when the text really changed.
     void setText(const QString& text);
+    // What is typed next takes its place.
+    void selectAll();
     bool locked() const;
     void setLocked(bool locked);
     // Characters; 0 is no limit. Lowering it leaves the present text alone.

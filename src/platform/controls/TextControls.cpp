@@ -91,6 +91,15 @@ void TextBox::setText(const QString& text)
     }
 }
 
+void TextBox::selectAll()
+{
+    QWidget* own = widget();
+    if (auto* line = qobject_cast<QLineEdit*>(own))
+        line->selectAll();
+    else if (auto* several = qobject_cast<QPlainTextEdit*>(own))
+        several->selectAll();
+}
+
 bool TextBox::locked() const
 {
     const QWidget* own = widget();
