@@ -349,7 +349,7 @@ void Form1Cli::Saida()
     if (before.isEmpty())
         Text1(15).setText(dateText(Clock::today()));
     try {
-        if (saveWouldBeRefused()) { // to be looked at before it is delivered
+        if (deliveryWouldBeRefused()) { // to be looked at before it is delivered
             MostraFicha();
             return;
         }

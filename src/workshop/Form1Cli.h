@@ -85,7 +85,7 @@ private:
     bool numberExists();
     // False where the number of a new order exists; nothing is stored then.
     bool storeUnlessNumberExists();
-    bool saveWouldBeRefused();
+    bool deliveryWouldBeRefused();
     void storeDelivery(bool isPrinted);
     void enterCash();
 };

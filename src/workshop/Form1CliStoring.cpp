@@ -17,6 +17,7 @@ namespace {
 constexpr int FirstPhone = 10;
 constexpr int SecondPhone = 11;
 constexpr int Document = 12;
+constexpr int JobValue = 19;
 constexpr int FirstFlag = 20;
 
 // A document stored formatted is no number and shows as it was stored.
@@ -58,7 +59,7 @@ std::vector<BoxField> Form1Cli::fields()
         {16, Text1(10)},
         {17, Text1(11)},
         {18, Text1(12)},
-        {19, Text3(0), asMoney, u"0,00"_s},
+        {JobValue, Text3(0), asMoney, u"0,00"_s},
         {24, Text7},
     };
 }
@@ -159,10 +160,16 @@ void Form1Cli::ExcluiFicha()
     AtualizaContagem();
 }
 
-bool Form1Cli::saveWouldBeRefused()
+// A value that only the bench gave meanwhile must come into view, too: paper and cash tell it.
+bool Form1Cli::deliveryWouldBeRefused()
 {
+    const QString shown = asMoney(Tabela1->Fields(JobValue));
     fillOrder();
-    const bool isRefused = Tabela1->wouldOverwrite();
+    bool isRefused = Tabela1->wouldOverwrite();
+    if (!isRefused && asMoney(Tabela1->storedValues()[JobValue]) != shown) {
+        Tabela1->Fields(JobValue) = u"?"_s; // overwrites any value
+        isRefused = Tabela1->wouldOverwrite();
+    }
     Tabela1->CancelUpdate();
     return isRefused;
 }

@@ -67,6 +67,9 @@ TEST_F(SheetTest, DeliveryBesideTheBench)
     click(cli.Command1(7));
     EXPECT_EQ(cli.Text7.text(), u"B2"_s) << "looked at before it is delivered";
     EXPECT_EQ(cli.Text1(15).text(), QString());
+    changeOrder(u"0000012"_s, u"valor=990000"_s);
+    click(cli.Command1(7));
+    EXPECT_EQ(cli.Text3(0).text(), u"99,00"_s) << "neither paper nor cash tells another value";
     EXPECT_EQ(documents(), 0);
     EXPECT_EQ(cash(), 0);
 
