@@ -3,9 +3,12 @@
 #include "EventTransactions.h"
 #include "FailingDisk.h"
 #include "OnePiece.h"
+#include "Patience.h"
 
+#include <QElapsedTimer>
 #include <sqlite3.h>
 
+#include <array>
 #include <stdexcept>
 
 namespace {
@@ -255,4 +258,26 @@ TEST_F(PieceTest, EveryLockThatIsRefusedLeavesNothingHalf)
             mainSql(u"DELETE FROM FORNECEDOR WHERE NOMEEMPRESA='new'"_s);
         }
     }
+}
+
+// Five seconds for the whole event, not for each piece in it.
+TEST_F(PieceTest, PiecesOfOneEventWaitForBusyFilesOnce)
+{
+    constexpr int Limit = 300;
+    Patience::setLimitForTests(Limit);
+    std::array<sqlite3*, 2> others{};
+    for (std::size_t i = 0; i < others.size(); ++i) {
+        ASSERT_EQ(sqlite3_open((i ? mainFile() : listFile()).toUtf8(), &others[i]), SQLITE_OK);
+        sqlite3_exec(others[i], "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    }
+    QElapsedTimer clock;
+    clock.start();
+    event([this] {
+        for (const auto* file : {&list_, &main_})
+            EXPECT_EQ(errorOf([&] { inOnePiece({*file}, [] {}); }), RuntimeError::EngineFault);
+    });
+    EXPECT_GE(clock.elapsed(), Limit);
+    EXPECT_LT(clock.elapsed(), 2 * Limit);
+    for (sqlite3* other : others)
+        sqlite3_close(other);
 }

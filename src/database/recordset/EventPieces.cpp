@@ -83,6 +83,8 @@ void EventTransactions::runWhole(const std::vector<std::shared_ptr<Database>>& f
     raiseIfFailed();
     if (!commitNow())
         throw lostAndTold();
+    if (!gate::inEvent())
+        ++serial_; // it waits for a busy file as an event does
     std::optional<QString> lost;
     try {
         const Running running(pieces_);
@@ -96,7 +98,6 @@ void EventTransactions::runWhole(const std::vector<std::shared_ptr<Database>>& f
             failure_.reset();
         throw;
     }
-    ++serial_;
     if (lost) {
         tell(*lost);
         throw lostAndTold();

@@ -110,12 +110,22 @@ bool commitWrites()
     return EventTransactions::instance().commitNow();
 }
 
+// The event goes on: what it waited for busy files counts on.
 bool EventTransactions::commitNow()
 {
-    if (!hasFailed())
-        return settle(gate::Moment::BeforeDialog);
-    tell(lostText(noted(failure_->error)));
-    return false;
+    const std::optional<QString> lost =
+        hasFailed() ? lostText(noted(failure_->error)) : commitOutsideOfPieces();
+    if (lost)
+        tell(*lost);
+    return !lost;
+}
+
+std::optional<QString> EventTransactions::commitOutsideOfPieces()
+{
+    // A lock would be held for as long as the user thinks.
+    if (pieces_ > 0)
+        throw std::logic_error("a box was asked for, or a commit, within a piece");
+    return commitAll();
 }
 
 bool EventTransactions::settle(gate::Moment moment)
@@ -124,10 +134,7 @@ bool EventTransactions::settle(gate::Moment moment)
         undo();
         return true;
     }
-    // A lock would be held for as long as the user thinks.
-    if (pieces_ > 0)
-        throw std::logic_error("a box was asked for, or a commit, within a piece");
-    const std::optional<QString> lost = commitAll();
+    const std::optional<QString> lost = commitOutsideOfPieces();
     ++serial_;
     if (moment == gate::Moment::EventEnd)
         endEvent();

@@ -78,6 +78,8 @@ private:
     };
 
     bool settle(gate::Moment moment);
+    // The text of what was lost.
+    std::optional<QString> commitOutsideOfPieces();
     bool holdsLocks() const;
     // Those that are not held yet, or none.
     void lock(std::vector<std::shared_ptr<Database>> files);
