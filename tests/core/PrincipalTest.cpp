@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QMenu>
+#include <QtTest/QTest>
 
 namespace {
 
@@ -91,6 +93,17 @@ TEST_F(Principal, OnlyTheAnsweredQuestionEndsTheProgram)
     click(principal().Command1(7));
     EXPECT_THAT(ends(), testing::ElementsAre(EndReason::ExitQuestion));
     EXPECT_FALSE(notes_.contains(u"unload Form1Cli"_s));
+}
+
+TEST_F(Principal, EnterChoosesTheMenuEntryThatIsLit)
+{
+    principal().show();
+    auto* menu = principal().window()->findChild<QMenu*>(u"mnusistema"_s);
+    menu->popup({});
+    menu->setActiveAction(principal().window()->findChild<QAction*>(u"mnusair"_s));
+    expectExitQuestion(Answer::No);
+    QTest::keyClick(menu, Qt::Key_Return);
+    EXPECT_FALSE(menu->isVisible());
 }
 
 TEST_F(Principal, FrameClosesTheFormsInOrderAndAsksNothing)

@@ -171,7 +171,7 @@ bool WindowKeys::keyArrived(QObject* watched, QKeyEvent& key)
 {
     Control* control = window_.controlOf(watched);
     auto* widget = qobject_cast<QWidget*>(watched);
-    if (!control || !widget || replacing_)
+    if (!control || !widget || replacing_ || qobject_cast<QMenu*>(widget)) // a menu uses its own
         return false;
     // An access key that no button has now types nothing.
     if (isAccessKey(key) || pressesAgain(*widget, key))
