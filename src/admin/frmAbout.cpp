@@ -24,6 +24,7 @@ void frmAbout::Form_Load()
     setCaption(u"About "_s + program::title());
     lblVersion.setCaption(u"Version "_s + program::version());
     lblTitle.setCaption(program::title());
+    cmdOK.SetFocus();
 }
 
 void frmAbout::StartSysInfo()
