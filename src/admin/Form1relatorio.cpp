@@ -38,8 +38,7 @@ Form1relatorio::Form1relatorio() : Form(QString::fromLatin1(Name), makeWindow<Ui
 void Form1relatorio::Form_Load()
 {
     openMovement();
-    setCaption(u"Relatório movimento de caixa      "_s + principal().StatusBar1.panel(1) +
-               u"  está usando"_s);
+    setCaption(captionInUse(u"Relatório movimento de caixa      "_s));
     const std::pair<const char16_t*, int> columns[] = {
         {u"Código/O.S", 910}, {u"Descrição", 5190}, {u"Quant", 800},
         {u"Valor", 800},      {u"Data", 830},       {u"", 800},
@@ -86,8 +85,7 @@ void Form1relatorio::Command4_Click()
 void Form1relatorio::openMovement()
 {
     AbreBanco();
-    Tabela1->Open(u"SELECT * FROM MOVIMENTO order by DATA"_s, Conexao1.shared(), CursorType::Static,
-                  LockType::Optimistic);
+    openStatic(Tabela1, Conexao1, u"SELECT * FROM MOVIMENTO order by DATA"_s);
 }
 
 // Of a list that stopped, too: what stands there is all that comes.

@@ -27,7 +27,7 @@ const QString Orders = u"SELECT * FROM PEDIDO order by CODIGO"_s;
 void openCatalogue()
 {
     AbreBanco();
-    Tabela1->Open(Catalogue, Conexao1.shared(), CursorType::Static, LockType::Optimistic);
+    openStatic(Tabela1, Conexao1, Catalogue);
 }
 
 // Opened anew and not only moved to its first row: a line just added stands in code order. Where
@@ -117,18 +117,18 @@ void Form1pecavenda::Form_Load()
 {
     FlagRecarga = 0;
     AbreBancoVenda();
-    Tabela2->Open(SaleList, Conexao2.shared(), CursorType::Static, LockType::Optimistic);
+    openStatic(Tabela2, Conexao2, SaleList);
     CarregaListaVenda();
     openCatalogue();
     AbreBanco3();
-    Tabela3->Open(Orders, Conexao3.shared(), CursorType::Static, LockType::Optimistic);
+    openStatic(Tabela3, Conexao3, Orders);
     AbreBanco4();
-    Tabela4->Open(Orders, Conexao4.shared(), CursorType::Static, LockType::Optimistic);
+    openStatic(Tabela4, Conexao4, Orders);
     orders_.reset();
     DescricaoPeca.clear();
     DescricaoPedido.clear();
     LimpaCamposItem();
-    setCaption(captionWith(u"Venda de peças e acessórios      "_s));
+    setCaption(captionInUse(u"Venda de peças e acessórios      "_s));
 
     setHeadings(MSFlexGrid1, catalogueColumns());
     const std::array listWidths{800, 800, 600, 5190, 800, 800, 800};
@@ -164,11 +164,6 @@ void Form1pecavenda::Form_Deactivate()
     FechaBanco4();
     principal().StatusBar1.setPanel(2, supportEmailText());
     unload();
-}
-
-QString Form1pecavenda::captionWith(const QString& text) const
-{
-    return text + principal().StatusBar1.panel(1) + u"  está usando"_s;
 }
 
 void Form1pecavenda::CarregaListaVenda()
@@ -528,7 +523,7 @@ void Form1pecavenda::Oficina()
         return;
     }
     setCaption(
-        captionWith(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
+        captionInUse(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
     BaixaEstoque();
     finishWriteOff();
 }

@@ -100,7 +100,6 @@ private:
     std::optional<QString> firstOrderLike(const QString& description) const;
     void rememberLastOrderFound();
     void readOrders();
-    QString captionWith(const QString& text) const;
 
     double EstoqueAtual = 0;
     QString DescricaoPeca;

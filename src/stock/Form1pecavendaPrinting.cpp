@@ -4,6 +4,7 @@
 #include "Funciones.h"
 #include "MsgBox.h"
 #include "Printer.h"
+#include "RecordForms.h"
 #include "RuntimeError.h"
 #include "SheetHead.h"
 #include "Strings.h"
@@ -48,7 +49,7 @@ try {
         return;
     }
     setCaption(
-        captionWith(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
+        captionInUse(u"Venda de peças e acessórios dando baixa no estoque,aguarde...     "_s));
     BaixaEstoque();
     finishWriteOff();
 } catch (const RuntimeError&) {

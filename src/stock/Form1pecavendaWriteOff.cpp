@@ -140,7 +140,7 @@ void Form1pecavenda::PedidoAutomatico()
     rememberLastOrderFound();
     Text13.setText(DescricaoPeca);
     if (!failed)
-        setCaption(captionWith(u"Venda de peças e acessórios     "_s));
+        setCaption(captionInUse(u"Venda de peças e acessórios     "_s));
 }
 
 void Form1pecavenda::orderWhatRanOut()
