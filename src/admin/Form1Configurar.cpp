@@ -125,9 +125,7 @@ void Form1Configurar::Form_Deactivate()
 void Form1Configurar::Command1_Click(int Index)
 {
     switch (Index) {
-    case 0:
-        beginLines(Company);
-        break;
+    case 0: beginLines(Company); break;
     case 1:
         // The button shows the task of the next press.
         if (Command1(1).caption() == EntryCaption) {
@@ -148,18 +146,10 @@ void Form1Configurar::Command1_Click(int Index)
         else
             beginLines(BackupPlace);
         break;
-    case 4:
-        applyOrBeginLevels();
-        return;
-    case 5:
-        closeOrCancel();
-        return;
-    case 6:
-        beginNewUser();
-        break;
-    default:
-        beginPassword();
-        return;
+    case 4: applyOrBeginLevels(); return;
+    case 5: closeOrCancel(); return;
+    case 6: beginNewUser(); break;
+    default: beginPassword(); return;
     }
     Command1(4).setToolTipText(ApplyTip);
 }
@@ -276,17 +266,10 @@ void Form1Configurar::AplicaConfiguracao()
         RestauraBotoes();
         Check1.setVisible(false);
         break;
-    case NewUser:
-        applyNewUser();
-        break;
-    case Password:
-        applyPassword();
-        break;
-    case Levels:
-        applyLevels();
-        break;
-    default:
-        break;
+    case NewUser: applyNewUser(); break;
+    case Password: applyPassword(); break;
+    case Levels: applyLevels(); break;
+    default: break;
     }
 }
 

@@ -114,14 +114,9 @@ void Form1log::Combo1_Click()
 void Form1log::Command1_Click(int Index)
 {
     switch (Index) {
-    case 0:
-        enter();
-        break;
-    case 1:
-        leave();
-        break;
-    default:
-        break;
+    case 0: enter(); break;
+    case 1: leave(); break;
+    default: break;
     }
 }
 

@@ -55,12 +55,9 @@ private:
 int labelBeside(int button)
 {
     switch (button) {
-    case 12:
-        return 13;
-    case 13:
-        return 12;
-    default:
-        return button;
+    case 12: return 13;
+    case 13: return 12;
+    default: return button;
     }
 }
 
@@ -150,56 +147,23 @@ void Form1principal::Form_Unload()
 void Form1principal::Command1_Click(int Index)
 {
     switch (Index) {
-    case 0:
-        openWithStatus(u"Form1Cli"_s);
-        break;
-    case 1:
-        openWithStatus(u"Form1For"_s);
-        break;
-    case 2:
-        openWithStatus(u"Form1Pec"_s);
-        break;
-    case 3:
-        openWithStatus(u"Form1pedido"_s);
-        break;
-    case 4:
-        openWithStatus(u"Form1manutencao"_s);
-        break;
-    case 5:
-        mnubackup_Click();
-        break;
-    case 6:
-        openWithStatus(u"Form1Configurar"_s);
-        break;
-    case 7:
-        mnusair_Click();
-        break;
-    case 8:
-        openForm(u"Buscacli"_s, ShowStyle::Modeless);
-        break;
-    case 9:
-        openForm(u"Buscafornecedor"_s, ShowStyle::Modeless);
-        break;
-    case 10:
-        openWithStatus(u"Form1pecavenda"_s);
-        break;
-    case 11:
-        openForm(u"Form1pecabusca"_s, ShowStyle::Modeless);
-        break;
-    case 12:
-        openWithStatus(u"Form1servico"_s);
-        break;
-    case 13:
-        logInOrOut();
-        break;
-    case 14:
-        openWithStatus(u"Form1Defeitos"_s);
-        break;
-    case 15:
-        openWithStatus(u"Form1relatorio"_s);
-        break;
-    default:
-        break;
+    case 0: openWithStatus(u"Form1Cli"_s); break;
+    case 1: openWithStatus(u"Form1For"_s); break;
+    case 2: openWithStatus(u"Form1Pec"_s); break;
+    case 3: openWithStatus(u"Form1pedido"_s); break;
+    case 4: openWithStatus(u"Form1manutencao"_s); break;
+    case 5: mnubackup_Click(); break;
+    case 6: openWithStatus(u"Form1Configurar"_s); break;
+    case 7: mnusair_Click(); break;
+    case 8: openForm(u"Buscacli"_s, ShowStyle::Modeless); break;
+    case 9: openForm(u"Buscafornecedor"_s, ShowStyle::Modeless); break;
+    case 10: openWithStatus(u"Form1pecavenda"_s); break;
+    case 11: openForm(u"Form1pecabusca"_s, ShowStyle::Modeless); break;
+    case 12: openWithStatus(u"Form1servico"_s); break;
+    case 13: logInOrOut(); break;
+    case 14: openWithStatus(u"Form1Defeitos"_s); break;
+    case 15: openWithStatus(u"Form1relatorio"_s); break;
+    default: break;
     }
 }
 

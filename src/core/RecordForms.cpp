@@ -124,8 +124,7 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
         buttons(button::Anterior).setEnabled(true);
         buttons(button::Posterior).setEnabled(false);
         break;
-    default:
-        break;
+    default: break;
     }
 }
 

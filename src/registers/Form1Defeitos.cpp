@@ -174,30 +174,16 @@ try {
 void Form1Defeitos::Command1_Click(int Index)
 {
     switch (Index) {
-    case button::Incluir:
-        Incluir();
-        break;
-    case button::Salvar:
-        SalvaDefeito();
-        break;
-    case button::Editar:
-        Editar();
-        break;
-    case button::Excluir:
-        Excluir();
-        break;
-    case button::Fechar:
-        unload();
-        break;
-    case button::Cancela:
-        Cancela();
-        break;
+    case button::Incluir: Incluir(); break;
+    case button::Salvar: SalvaDefeito(); break;
+    case button::Editar: Editar(); break;
+    case button::Excluir: Excluir(); break;
+    case button::Fechar: unload(); break;
+    case button::Cancela: Cancela(); break;
     case button::Anterior:
     case button::Posterior:
     case button::Primeira:
-    case button::Ultima:
-        move(Index);
-        break;
+    case button::Ultima: move(Index); break;
     default: // the entries are neither searched for, copied nor printed
         break;
     }
@@ -219,11 +205,8 @@ void Form1Defeitos::move(int Index)
         if (Tabela1->eof())
             Tabela1->MovePrevious();
         break;
-    case button::Primeira:
-        Tabela1->MoveFirst();
-        break;
-    default:
-        Tabela1->MoveLast();
+    case button::Primeira: Tabela1->MoveFirst(); break;
+    default: Tabela1->MoveLast();
     }
     MostraDefeito();
 }

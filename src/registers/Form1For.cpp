@@ -207,27 +207,13 @@ void Form1For::AtualizaContagem()
 void Form1For::Command1_Click(int Index)
 {
     switch (Index) {
-    case button::Incluir:
-        Incluir();
-        break;
-    case button::Salvar:
-        SalvaFornecedor();
-        break;
-    case button::Editar:
-        Editar();
-        break;
-    case button::Excluir:
-        Excluir();
-        break;
-    case button::Procurar:
-        Procurar();
-        break;
-    case button::Fechar:
-        unload();
-        break;
-    case button::Cancela:
-        Cancela();
-        break;
+    case button::Incluir: Incluir(); break;
+    case button::Salvar: SalvaFornecedor(); break;
+    case button::Editar: Editar(); break;
+    case button::Excluir: Excluir(); break;
+    case button::Procurar: Procurar(); break;
+    case button::Fechar: unload(); break;
+    case button::Cancela: Cancela(); break;
     case button::Anterior:
     case button::Posterior:
     case button::Primeira:

@@ -210,30 +210,16 @@ void Form1Pec::ColaCopiaPeca()
 void Form1Pec::Command1_Click(int Index)
 {
     switch (Index) {
-    case button::Incluir:
-        Incluir();
-        break;
-    case button::Salvar:
-        GravaFichaPeca();
-        break;
-    case button::Editar:
-        Editar();
-        break;
-    case button::Excluir:
-        Excluir();
-        break;
-    case button::Procurar:
-        Procurar();
-        break;
+    case button::Incluir: Incluir(); break;
+    case button::Salvar: GravaFichaPeca(); break;
+    case button::Editar: Editar(); break;
+    case button::Excluir: Excluir(); break;
+    case button::Procurar: Procurar(); break;
     case button::Copiar:
         Command1(button::Copiar).caption() == u"&Copiar"_s ? Copiar() : Colar();
         break;
-    case button::Fechar:
-        unload();
-        break;
-    case button::Cancela:
-        Cancela();
-        break;
+    case button::Fechar: unload(); break;
+    case button::Cancela: Cancela(); break;
     case button::Anterior:
     case button::Posterior:
     case button::Primeira:
@@ -371,14 +357,9 @@ void Form1Pec::Text1_KeyPress(int Index, int& KeyAscii)
         return;
     switch (firstWithText(Text1, Index, {0, 1, 2, BoxCode, BoxPrice})) {
     case 2:
-    case BoxCode:
-        filterKey(KeyAscii, SoNumero);
-        break;
-    case BoxPrice:
-        filterKey(KeyAscii, SoValor);
-        break;
-    default:
-        break;
+    case BoxCode: filterKey(KeyAscii, SoNumero); break;
+    case BoxPrice: filterKey(KeyAscii, SoValor); break;
+    default: break;
     }
 }
 

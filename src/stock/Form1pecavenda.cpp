@@ -474,15 +474,9 @@ void Form1pecavenda::Fechar()
 void Form1pecavenda::Command2_Click(int Index)
 {
     switch (Index) {
-    case 0:
-        gate::run(*this, OnError::Box, [this] { Incluir(); });
-        break;
-    case 1:
-        ImprimeVenda();
-        break;
-    default:
-        Oficina();
-        break;
+    case 0: gate::run(*this, OnError::Box, [this] { Incluir(); }); break;
+    case 1: ImprimeVenda(); break;
+    default: Oficina(); break;
     }
 }
 

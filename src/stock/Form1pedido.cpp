@@ -209,27 +209,13 @@ try {
 void Form1pedido::Command1_Click(int Index)
 {
     switch (Index) {
-    case button::Incluir:
-        Incluir();
-        break;
-    case button::Salvar:
-        GravaPedido();
-        break;
-    case button::Editar:
-        Editar();
-        break;
-    case button::Excluir:
-        Excluir();
-        break;
-    case 6:
-        ImprimePedido();
-        break;
-    case button::Fechar:
-        unload();
-        break;
-    case button::Cancela:
-        Cancela();
-        break;
+    case button::Incluir: Incluir(); break;
+    case button::Salvar: GravaPedido(); break;
+    case button::Editar: Editar(); break;
+    case button::Excluir: Excluir(); break;
+    case 6: ImprimePedido(); break;
+    case button::Fechar: unload(); break;
+    case button::Cancela: Cancela(); break;
     case button::Anterior:
     case button::Posterior:
     case button::Primeira:

@@ -150,39 +150,19 @@ void Form1Cli::AtualizaContagem()
 void Form1Cli::Command1_Click(int Index)
 {
     switch (Index) {
-    case button::Incluir:
-        Incluir();
-        break;
-    case button::Salvar:
-        Salvar();
-        break;
-    case button::Editar:
-        Editar();
-        break;
-    case button::Excluir:
-        Excluir();
-        break;
-    case button::Procurar:
-        Procurar();
-        break;
+    case button::Incluir: Incluir(); break;
+    case button::Salvar: Salvar(); break;
+    case button::Editar: Editar(); break;
+    case button::Excluir: Excluir(); break;
+    case button::Procurar: Procurar(); break;
     case button::Copiar:
         Command1(button::Copiar).caption() == CopyCaption ? Copiar() : Colar();
         break;
-    case ButtonEntrada:
-        ImprimeFichaEntrada();
-        break;
-    case ButtonSaida:
-        Saida();
-        break;
-    case button::Fechar:
-        unload();
-        break;
-    case button::Cancela:
-        Cancela();
-        break;
-    default:
-        navigate(Index, Tabela1, Command1);
-        MostraFicha();
+    case ButtonEntrada: ImprimeFichaEntrada(); break;
+    case ButtonSaida: Saida(); break;
+    case button::Fechar: unload(); break;
+    case button::Cancela: Cancela(); break;
+    default: navigate(Index, Tabela1, Command1); MostraFicha();
     }
 }
 

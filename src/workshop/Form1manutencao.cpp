@@ -254,30 +254,16 @@ void Form1manutencao::ColaCliente()
 void Form1manutencao::Command1_Click(int Index)
 {
     switch (Index) {
-    case button::Incluir:
-        Incluir();
-        break;
-    case button::Salvar:
-        Salvar();
-        break;
-    case button::Editar:
-        Editar();
-        break;
-    case button::Excluir:
-        Excluir();
-        break;
+    case button::Incluir: Incluir(); break;
+    case button::Salvar: Salvar(); break;
+    case button::Editar: Editar(); break;
+    case button::Excluir: Excluir(); break;
     case button::Copiar:
         Command1(button::Copiar).caption() == CopyCaption ? Copiar() : Colar();
         break;
-    case 6:
-        ImprimePedidoManutencao();
-        break;
-    case button::Fechar:
-        unload();
-        break;
-    case button::Cancela:
-        Cancela();
-        break;
+    case 6: ImprimePedidoManutencao(); break;
+    case button::Fechar: unload(); break;
+    case button::Cancela: Cancela(); break;
     case button::Anterior:
     case button::Posterior:
     case button::Primeira:

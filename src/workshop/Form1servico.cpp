@@ -230,9 +230,7 @@ try {
 void Form1servico::Command1_Click(int Index)
 {
     switch (Index) {
-    case ButtonEditar:
-        Editar();
-        break;
+    case ButtonEditar: Editar(); break;
     case ButtonSalvar:
         GravaServico();
         backToSearch();
@@ -240,8 +238,7 @@ void Form1servico::Command1_Click(int Index)
     case ButtonCancela:
         backToSearch(); // what was typed stays in view, unsaved
         break;
-    default:
-        unload();
+    default: unload();
     }
 }
 

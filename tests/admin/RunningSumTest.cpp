@@ -23,20 +23,13 @@ Value someAmount(std::mt19937& random)
         return std::uniform_int_distribution<qint64>(0, limit - 1)(random);
     };
     switch (below(8)) {
-    case 0:
-        return Value::Money{-below(1'000'000)};
-    case 1:
-        return Value::Money{below(900'000'000'000'000)};
-    case 2:
-        return Value::Money{below(100) * 50};
-    case 3:
-        return static_cast<double>(below(1000)) / 8;
-    case 4:
-        return static_cast<double>(below(1'000'000'000));
-    case 5:
-        return u"1.234,5"_s;
-    default:
-        return Value::Money{below(10'000'000)};
+    case 0: return Value::Money{-below(1'000'000)};
+    case 1: return Value::Money{below(900'000'000'000'000)};
+    case 2: return Value::Money{below(100) * 50};
+    case 3: return static_cast<double>(below(1000)) / 8;
+    case 4: return static_cast<double>(below(1'000'000'000));
+    case 5: return u"1.234,5"_s;
+    default: return Value::Money{below(10'000'000)};
     }
 }
 

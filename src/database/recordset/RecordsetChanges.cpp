@@ -12,14 +12,10 @@ namespace {
 bool meansNothing(const Cell& cell)
 {
     switch (cell.type) {
-    case Cell::Type::Null:
-        return true;
-    case Cell::Type::Integer:
-        return cell.integer == 0;
-    case Cell::Type::Real:
-        return cell.real == 0;
-    case Cell::Type::Text:
-        return cell.text.empty() || cell.text == "0" || cell.text == "0,00";
+    case Cell::Type::Null: return true;
+    case Cell::Type::Integer: return cell.integer == 0;
+    case Cell::Type::Real: return cell.real == 0;
+    case Cell::Type::Text: return cell.text.empty() || cell.text == "0" || cell.text == "0,00";
     }
     return false;
 }
@@ -124,14 +120,9 @@ void Recordset::State::updateCurrent()
 void Recordset::State::update()
 {
     switch (pending) {
-    case Pending::None:
-        return;
-    case Pending::NewRow:
-        insertPending();
-        return;
-    case Pending::Edit:
-        try {
-            writeEdit();
+    case Pending::None: return;
+    case Pending::NewRow: insertPending(); return;
+    case Pending::Edit: try { writeEdit();
         } catch (const RuntimeError& error) {
             if (error.number() == RuntimeError::RowChanged)
                 noteOvertaken();

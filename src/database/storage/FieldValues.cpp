@@ -103,15 +103,11 @@ std::optional<QDate> storedDate(std::string_view text)
 Value integerValue(qint64 integer, FieldKind kind)
 {
     switch (kind) {
-    case FieldKind::Money:
-        return Value::Money{integer};
-    case FieldKind::YesNo:
-        return integer != 0;
-    case FieldKind::Number:
-        return static_cast<double>(integer);
+    case FieldKind::Money: return Value::Money{integer};
+    case FieldKind::YesNo: return integer != 0;
+    case FieldKind::Number: return static_cast<double>(integer);
     case FieldKind::Text:
-    case FieldKind::Date:
-        break;
+    case FieldKind::Date: break;
     }
     return QString::number(integer);
 }
@@ -123,16 +119,11 @@ OwnedCell toCell(const Value& value, FieldKind kind)
     if (value.isNull())
         return {};
     switch (kind) {
-    case FieldKind::Money:
-        return moneyCell(value);
-    case FieldKind::Number:
-        return numberCell(value);
-    case FieldKind::YesNo:
-        return yesNoCell(value);
-    case FieldKind::Date:
-        return dateCell(value);
-    case FieldKind::Text:
-        break;
+    case FieldKind::Money: return moneyCell(value);
+    case FieldKind::Number: return numberCell(value);
+    case FieldKind::YesNo: return yesNoCell(value);
+    case FieldKind::Date: return dateCell(value);
+    case FieldKind::Text: break;
     }
     return textCell(value.text());
 }
@@ -140,14 +131,11 @@ OwnedCell toCell(const Value& value, FieldKind kind)
 Value toValue(const Cell& cell, FieldKind kind)
 {
     switch (cell.type) {
-    case Cell::Type::Null:
-        return {};
-    case Cell::Type::Integer:
-        return integerValue(cell.integer, kind);
+    case Cell::Type::Null: return {};
+    case Cell::Type::Integer: return integerValue(cell.integer, kind);
     case Cell::Type::Real:
         return kind == FieldKind::Text ? Value(toText(cell.real)) : Value(cell.real);
-    case Cell::Type::Text:
-        break;
+    case Cell::Type::Text: break;
     }
     if (kind == FieldKind::Text)
         return QString::fromUtf8(cell.text.data(), static_cast<qsizetype>(cell.text.size()));

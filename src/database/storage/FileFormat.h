@@ -22,16 +22,11 @@ constexpr char IdColumn[] = "_id";
 inline const char* declaredType(FieldKind kind)
 {
     switch (kind) {
-    case FieldKind::Money:
-        return "MONEY INTEGER";
-    case FieldKind::Number:
-        return "REAL";
-    case FieldKind::YesNo:
-        return "BOOLEAN INTEGER";
-    case FieldKind::Date:
-        return "DATE TEXT";
-    case FieldKind::Text:
-        break;
+    case FieldKind::Money: return "MONEY INTEGER";
+    case FieldKind::Number: return "REAL";
+    case FieldKind::YesNo: return "BOOLEAN INTEGER";
+    case FieldKind::Date: return "DATE TEXT";
+    case FieldKind::Text: break;
     }
     return "TEXT";
 }

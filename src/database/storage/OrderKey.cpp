@@ -53,17 +53,14 @@ std::string orderKey(const Cell& cell, FieldKind kind)
 {
     std::string key;
     switch (cell.type) {
-    case Cell::Type::Null:
-        key += NullRank;
-        return key;
+    case Cell::Type::Null: key += NullRank; return key;
     case Cell::Type::Integer:
     case Cell::Type::Real:
         key += NumberRank;
         appendNumber(key,
                      cell.type == Cell::Type::Real ? cell.real : static_cast<double>(cell.integer));
         return key;
-    case Cell::Type::Text:
-        break;
+    case Cell::Type::Text: break;
     }
     if (kind == FieldKind::Date && std::holds_alternative<QDate>(toValue(cell, kind).data())) {
         key += DateRank;

@@ -28,13 +28,10 @@ std::size_t contentSize(quint8 code, const char* content)
     if (code <= LongestShortText)
         return code;
     switch (code) {
-    case LongText:
-        return sizeof(quint32) + read<quint32>(content);
+    case LongText: return sizeof(quint32) + read<quint32>(content);
     case Integer:
-    case Real:
-        return sizeof(qint64);
-    default:
-        return 0;
+    case Real: return sizeof(qint64);
+    default: return 0;
     }
 }
 
@@ -51,18 +48,12 @@ Cell RowView::cell(int field) const
     if (code <= LongestShortText)
         return Cell::ofText({content, code});
     switch (code) {
-    case LongText:
-        return Cell::ofText({content + sizeof(quint32), read<quint32>(content)});
-    case Integer:
-        return Cell::ofInteger(read<qint64>(content));
-    case Real:
-        return Cell::ofReal(read<double>(content));
-    case Zero:
-        return Cell::ofInteger(0);
-    case One:
-        return Cell::ofInteger(1);
-    default:
-        return Cell::null();
+    case LongText: return Cell::ofText({content + sizeof(quint32), read<quint32>(content)});
+    case Integer: return Cell::ofInteger(read<qint64>(content));
+    case Real: return Cell::ofReal(read<double>(content));
+    case Zero: return Cell::ofInteger(0);
+    case One: return Cell::ofInteger(1);
+    default: return Cell::null();
     }
 }
 
@@ -104,8 +95,7 @@ void PackedRow::add(const Cell& cell)
 {
     quint8 code = NullCell;
     switch (cell.type) {
-    case Cell::Type::Null:
-        break;
+    case Cell::Type::Null: break;
     case Cell::Type::Integer:
         if (cell.integer == 0 || cell.integer == 1) {
             code = cell.integer == 0 ? Zero : One;

@@ -38,12 +38,10 @@ EngineText engineText(int code, const QString& path)
     case SQLITE_READONLY:
     case SQLITE_PERM:
         return {u"Não é possível atualizar. O banco de dados '%1' é somente leitura."_s.arg(path)};
-    case SQLITE_CANTOPEN:
-        return {u"Não foi possível abrir o arquivo '%1'."_s.arg(path), true};
+    case SQLITE_CANTOPEN: return {u"Não foi possível abrir o arquivo '%1'."_s.arg(path), true};
     case SQLITE_FULL:
         return {u"Não há espaço suficiente no disco para gravar '%1'."_s.arg(path), true};
-    case SQLITE_IOERR:
-        return {u"Erro de disco ou de rede ao usar '%1'."_s.arg(path), true};
+    case SQLITE_IOERR: return {u"Erro de disco ou de rede ao usar '%1'."_s.arg(path), true};
     default:
         return {u"O banco de dados '%1' não pôde ser usado (%2: %3)."_s.arg(path).arg(code).arg(
                     QString::fromUtf8(sqlite3_errstr(code))),
@@ -145,15 +143,9 @@ void SqliteStatement::bind(int parameter, const Cell& cell)
 {
     int code = SQLITE_OK;
     switch (cell.type) {
-    case Cell::Type::Null:
-        code = sqlite3_bind_null(statement_, parameter);
-        break;
-    case Cell::Type::Integer:
-        code = sqlite3_bind_int64(statement_, parameter, cell.integer);
-        break;
-    case Cell::Type::Real:
-        code = sqlite3_bind_double(statement_, parameter, cell.real);
-        break;
+    case Cell::Type::Null: code = sqlite3_bind_null(statement_, parameter); break;
+    case Cell::Type::Integer: code = sqlite3_bind_int64(statement_, parameter, cell.integer); break;
+    case Cell::Type::Real: code = sqlite3_bind_double(statement_, parameter, cell.real); break;
     case Cell::Type::Text:
         code = sqlite3_bind_text64(statement_, parameter, cell.text.data(), cell.text.size(),
                                    SQLITE_STATIC, SQLITE_UTF8);
@@ -186,12 +178,9 @@ Cell SqliteStatement::column(int column) const
     // stays good until the next step, and the program has one thread.
     sqlite3_value* value = sqlite3_column_value(statement_, column);
     switch (sqlite3_value_type(value)) {
-    case SQLITE_NULL:
-        return Cell::null();
-    case SQLITE_INTEGER:
-        return Cell::ofInteger(sqlite3_value_int64(value));
-    case SQLITE_FLOAT:
-        return Cell::ofReal(sqlite3_value_double(value));
+    case SQLITE_NULL: return Cell::null();
+    case SQLITE_INTEGER: return Cell::ofInteger(sqlite3_value_int64(value));
+    case SQLITE_FLOAT: return Cell::ofReal(sqlite3_value_double(value));
     default: {
         const void* text = sqlite3_value_blob(value);
         const auto length = static_cast<std::size_t>(sqlite3_value_bytes(value));

@@ -59,12 +59,9 @@ int CheckBox::value() const
     if (!box)
         return 0;
     switch (box->checkState()) {
-    case Qt::Unchecked:
-        return 0;
-    case Qt::Checked:
-        return 1;
-    default:
-        return 2;
+    case Qt::Unchecked: return 0;
+    case Qt::Checked: return 1;
+    default: return 2;
     }
 }
 

@@ -247,10 +247,8 @@ bool ComboBox::useKey(QWidget& widget, const QKeyEvent& key)
     case Qt::Key_Down:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
-    case Qt::Key_F4:
-        break;
-    default:
-        return Control::useKey(widget, key);
+    case Qt::Key_F4: break;
+    default: return Control::useKey(widget, key);
     }
     if (isLocked(combo))
         return true;

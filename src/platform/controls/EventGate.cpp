@@ -39,8 +39,7 @@ QString whereNoted(bool noted)
 void report(const Form& form, OnError onError, const RuntimeError& error)
 {
     switch (onError) {
-    case OnError::Silent:
-        return;
+    case OnError::Silent: return;
     case OnError::Box:
         if (error.wasTold())
             return;

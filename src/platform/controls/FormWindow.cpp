@@ -99,7 +99,6 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
         if (Control* control = controlOf(watched))
             return control->intercept(*widget, *event);
         return false;
-    default:
-        return keys_.filter(watched, event);
+    default: return keys_.filter(watched, event);
     }
 }

@@ -71,8 +71,7 @@ public:
                 qobject_cast<const QAbstractScrollArea*>(widget))
                 drawEdge(*option, *painter, widget);
             return;
-        default:
-            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        default: QProxyStyle::drawPrimitive(element, option, painter, widget);
         }
     }
 

@@ -42,14 +42,9 @@ protected:
         case QEvent::InputMethod:
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
-        case QEvent::MouseButtonDblClick:
-            event->accept();
-            return true;
-        case QEvent::Close:
-            event->ignore();
-            return true;
-        default:
-            return false;
+        case QEvent::MouseButtonDblClick: event->accept(); return true;
+        case QEvent::Close: event->ignore(); return true;
+        default: return false;
         }
     }
 };
@@ -66,9 +61,7 @@ public:
         setText(box.text);
         setIcon(iconOf(box.icon));
         switch (box.buttons) {
-        case BoxButtons::Ok:
-            add(u"&OK"_s, Answer::Ok, QMessageBox::AcceptRole);
-            break;
+        case BoxButtons::Ok: add(u"&OK"_s, Answer::Ok, QMessageBox::AcceptRole); break;
         case BoxButtons::OkCancel:
             add(u"&OK"_s, Answer::Ok, QMessageBox::AcceptRole);
             add(u"&Cancelar"_s, Answer::Cancel, QMessageBox::RejectRole);
@@ -125,16 +118,11 @@ private:
     static QMessageBox::Icon iconOf(BoxIcon icon)
     {
         switch (icon) {
-        case BoxIcon::Critical:
-            return QMessageBox::Critical;
-        case BoxIcon::Question:
-            return QMessageBox::Question;
-        case BoxIcon::Exclamation:
-            return QMessageBox::Warning;
-        case BoxIcon::Information:
-            return QMessageBox::Information;
-        case BoxIcon::None:
-            break;
+        case BoxIcon::Critical: return QMessageBox::Critical;
+        case BoxIcon::Question: return QMessageBox::Question;
+        case BoxIcon::Exclamation: return QMessageBox::Warning;
+        case BoxIcon::Information: return QMessageBox::Information;
+        case BoxIcon::None: break;
         }
         return QMessageBox::NoIcon;
     }

@@ -13,10 +13,8 @@ bool breaksLine(QChar character)
     case 0x0c: // form feed
     case 0x85: // next line
     case 0x2028:
-    case 0x2029:
-        return true;
-    default:
-        return false;
+    case 0x2029: return true;
+    default: return false;
     }
 }
 

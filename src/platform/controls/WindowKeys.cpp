@@ -21,18 +21,13 @@ int keyCode(const QKeyEvent& event)
 {
     switch (event.key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return event.modifiers() & Qt::ControlModifier ? 0 : 13;
-    case Qt::Key_Escape:
-        return 27;
-    case Qt::Key_Backspace:
-        return 8;
+    case Qt::Key_Enter: return event.modifiers() & Qt::ControlModifier ? 0 : 13;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Backspace: return 8;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-    case Qt::Key_Delete:
-        return 0;
-    default:
-        break;
+    case Qt::Key_Delete: return 0;
+    default: break;
     }
     if ((event.modifiers() & Qt::AltModifier) || event.text().isEmpty())
         return 0;
@@ -116,18 +111,15 @@ WindowKeys::WindowKeys(FormWindow& window) : window_(window)
 bool WindowKeys::filter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
-    case QEvent::ShortcutOverride:
-        return claimsKey(*static_cast<QKeyEvent*>(event));
+    case QEvent::ShortcutOverride: return claimsKey(*static_cast<QKeyEvent*>(event));
     case QEvent::Shortcut: {
         auto* button = qobject_cast<QAbstractButton*>(watched);
         return button && accessKeyPressed(*button, *static_cast<QShortcutEvent*>(event));
     }
-    case QEvent::KeyPress:
-        return keyArrived(watched, *static_cast<QKeyEvent*>(event));
+    case QEvent::KeyPress: return keyArrived(watched, *static_cast<QKeyEvent*>(event));
     case QEvent::InputMethod:
         return composedTextArrived(watched, *static_cast<QInputMethodEvent*>(event));
-    default:
-        return false;
+    default: return false;
     }
 }
 

@@ -66,25 +66,12 @@ void PreviewWindow::turn(int direction)
 void PreviewWindow::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {
-    case Qt::Key_PageDown:
-        turn(1);
-        return;
-    case Qt::Key_PageUp:
-        turn(-1);
-        return;
-    case Qt::Key_Home:
-        preview_->setCurrentPage(1);
-        return;
-    case Qt::Key_End:
-        preview_->setCurrentPage(preview_->pageCount());
-        return;
-    case Qt::Key_Plus:
-        preview_->zoomIn(1.25);
-        return;
-    case Qt::Key_Minus:
-        preview_->zoomOut(1.25);
-        return;
-    default:
-        QDialog::keyPressEvent(event);
+    case Qt::Key_PageDown: turn(1); return;
+    case Qt::Key_PageUp: turn(-1); return;
+    case Qt::Key_Home: preview_->setCurrentPage(1); return;
+    case Qt::Key_End: preview_->setCurrentPage(preview_->pageCount()); return;
+    case Qt::Key_Plus: preview_->zoomIn(1.25); return;
+    case Qt::Key_Minus: preview_->zoomOut(1.25); return;
+    default: QDialog::keyPressEvent(event);
     }
 }

@@ -18,14 +18,10 @@ constexpr qsizetype LongestWords = 300;
 QString kindText(faultlog::Kind kind)
 {
     switch (kind) {
-    case faultlog::Kind::ProgramEnded:
-        return u"programa encerrado"_s;
-    case faultlog::Kind::Fault:
-        return u"falha"_s;
-    case faultlog::Kind::LostWrite:
-        return u"gravação perdida"_s;
-    case faultlog::Kind::RefusedOpen:
-        break;
+    case faultlog::Kind::ProgramEnded: return u"programa encerrado"_s;
+    case faultlog::Kind::Fault: return u"falha"_s;
+    case faultlog::Kind::LostWrite: return u"gravação perdida"_s;
+    case faultlog::Kind::RefusedOpen: break;
     }
     return u"arquivo não abriu"_s;
 }

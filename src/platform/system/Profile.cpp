@@ -72,15 +72,9 @@ Profile::Encoding Profile::encodingOf(const QByteArray& bytes)
 Profile::Profile(const QByteArray& bytes) : encoding_(encodingOf(bytes))
 {
     switch (encoding_) {
-    case Encoding::Windows1252:
-        split(fromWindows1252(bytes));
-        break;
-    case Encoding::Utf8:
-        split(utf8Text(bytes));
-        break;
-    case Encoding::MarkedUtf8:
-        split(utf8Text(bytes.sliced(utf8Mark.size())));
-        break;
+    case Encoding::Windows1252: split(fromWindows1252(bytes)); break;
+    case Encoding::Utf8: split(utf8Text(bytes)); break;
+    case Encoding::MarkedUtf8: split(utf8Text(bytes.sliced(utf8Mark.size()))); break;
     case Encoding::Utf16: {
         // An odd byte at the end is half a character, and goes.
         QString text((bytes.size() - utf16Mark.size()) / 2, Qt::Uninitialized);
@@ -122,10 +116,8 @@ QByteArray Profile::bytes() const
         if (QByteArray narrow = toWindows1252(text); encodingOf(narrow) == Encoding::Windows1252)
             return narrow;
         break;
-    case Encoding::Utf8:
-        return text.toUtf8();
-    case Encoding::MarkedUtf8:
-        break;
+    case Encoding::Utf8: return text.toUtf8();
+    case Encoding::MarkedUtf8: break;
     case Encoding::Utf16:
         return utf16Mark +
                QByteArray(reinterpret_cast<const char*>(text.constData()), text.size() * 2);

@@ -72,22 +72,14 @@ static_assert(Weights[0xF7] > FirstSymbol, "the symbols of Latin-1 fit below the
 QStringView standsAs(char32_t c)
 {
     switch (c) {
-    case 0xAA:
-        return u"a";
-    case 0xBA:
-        return u"o";
-    case 0xDF:
-        return u"ss";
-    case 0xE6:
-        return u"ae";
-    case 0xF0:
-        return u"d";
-    case 0xF8:
-        return u"o";
-    case 0x153:
-        return u"oe";
-    default:
-        return {};
+    case 0xAA: return u"a";
+    case 0xBA: return u"o";
+    case 0xDF: return u"ss";
+    case 0xE6: return u"ae";
+    case 0xF0: return u"d";
+    case 0xF8: return u"o";
+    case 0x153: return u"oe";
+    default: return {};
     }
 }
 
