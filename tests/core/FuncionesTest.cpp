@@ -32,6 +32,12 @@ protected:
         return {};
     }
 
+    static void open(ObjectVariable<Recordset>& table, ObjectVariable<Connection>& connection)
+    {
+        table->Open(u"SELECT * FROM Pecas"_s, connection.shared(), CursorType::Static,
+                    LockType::ReadOnly);
+    }
+
     void expectConnectionBox(const QString& path)
     {
         expectBox(openError(path), Answer::Ok, BoxButtons::Ok, BoxIcon::Critical, u"conecxão"_s);
@@ -46,20 +52,14 @@ protected:
 
 TEST(KeyFilters, PassOnlyTheirCharactersAndBackspace)
 {
-    const struct
-    {
-        int key;
-        QString number, value;
-    } rows[] = {
-        {'0', u"48"_s, u"48"_s},  {'9', u"57"_s, u"57"_s}, {',', u"0"_s, u"44"_s},
-        {'.', u"0"_s, u"46"_s},   {8, u"8"_s, u"8"_s},     {13, u"0"_s, u"0"_s},
-        {'a', u"0"_s, u"0"_s},    {'-', u"0"_s, u"0"_s},   {3, u"0"_s, u"0"_s},
-        {0x0663, u"0"_s, u"0"_s}, // a digit of another script
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(SoNumero(row.key), row.number) << row.key;
-        EXPECT_EQ(SoValor(row.key), row.value) << row.key;
+    QString number, value;
+    for (const int key : {int('0'), int('9'), int(','), int('.'), 8, 13, int('a'), int('-'), 3,
+                          0x0663}) { // the last a digit of another script
+        number += SoNumero(key) + u' ';
+        value += SoValor(key) + u' ';
     }
+    EXPECT_EQ(number, u"48 57 0 0 8 0 0 0 0 0 "_s);
+    EXPECT_EQ(value, u"48 57 44 46 8 0 0 0 0 0 "_s);
 }
 
 TEST(Documents, CheckDigitsDecide)
@@ -113,16 +113,12 @@ TEST_F(Funcoes, FailedOpeningLeavesConfigurationAndExit)
         AbreBanco();
 
         EXPECT_EQ(enabledOf(principal().Command1), u"6 7 12 13 14 15"_s);
-        EXPECT_FALSE(principal().mnucadastro.enabled());
-        EXPECT_FALSE(principal().mnupedido.enabled());
-        EXPECT_FALSE(principal().mnubackup.enabled());
+        for (Menu* entry :
+             {&principal().mnucadastro, &principal().mnupedido, &principal().mnubackup})
+            EXPECT_FALSE(entry->enabled());
         EXPECT_TRUE(principal().mnusistema.enabled());
         // The caller goes on, and its own opening is what fails.
-        EXPECT_EQ(errorOf([] {
-                      Tabela1->Open(u"SELECT * FROM Pecas"_s, Conexao1.shared(), CursorType::Static,
-                                    LockType::Optimistic);
-                  }),
-                  RuntimeError::NoConnection);
+        EXPECT_EQ(errorOf([] { open(Tabela1, Conexao1); }), RuntimeError::NoConnection);
     }
 }
 
@@ -130,17 +126,19 @@ TEST_F(Funcoes, FileThatWentBadSinceItWasOpenedFailsAtTheNextOpening)
 {
     AbreBanco();
     QFile file(mainFile());
-    const qint64 size = file.size();
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     const QByteArray good = file.readAll();
-    for (const QByteArray& bad : {QByteArray(static_cast<int>(size), 'x'), good.left(5000)}) {
-        ASSERT_TRUE(file.resize(0) && file.seek(0) && file.write(bad) == bad.size() &&
+    const auto replaceBy = [&](const QByteArray& bytes) {
+        ASSERT_TRUE(file.resize(0) && file.seek(0) && file.write(bytes) == bytes.size() &&
                     file.flush());
+    };
+    for (const QByteArray& bad : {QByteArray(good.size(), 'x'), good.left(5000)}) {
+        replaceBy(bad);
         expectConnectionBox(mainFile());
         expectAdvice();
         AbreBanco();
     }
-    ASSERT_TRUE(file.resize(0) && file.seek(0) && file.write(good) == good.size() && file.flush());
+    replaceBy(good);
     AbreBanco();
 }
 
@@ -171,15 +169,13 @@ TEST_F(Funcoes, EachOpeningReadsThePathAnewAndTheListStaysHere)
     AbreBanco();
     setIni(u"Local"_s, u"Caminho"_s, elsewhere);
     AbreBanco();
-    Tabela1->Open(u"SELECT * FROM Pecas"_s, Conexao1.shared(), CursorType::Static,
-                  LockType::ReadOnly);
+    open(Tabela1, Conexao1);
     EXPECT_EQ(Tabela1->Fields(0).text(), u"0000077"_s);
     EXPECT_EQ(CaminhoBanco, elsewhere);
     FechaBanco();
 
     AbreBancoVenda();
-    Tabela2->Open(u"SELECT * FROM Pecas"_s, Conexao2.shared(), CursorType::Static,
-                  LockType::ReadOnly);
+    open(Tabela2, Conexao2);
     EXPECT_TRUE(Tabela2->eof());
     FechaBancoVenda();
 }
@@ -189,8 +185,7 @@ TEST_F(Funcoes, ClosingAPairThatIsNotOpenIsAnError)
     AbreBanco();
     EXPECT_EQ(errorOf(FechaBanco), RuntimeError::ObjectClosed); // the recordset was never opened
     AbreBanco();
-    Tabela1->Open(u"SELECT * FROM Pecas"_s, Conexao1.shared(), CursorType::Static,
-                  LockType::ReadOnly);
+    open(Tabela1, Conexao1);
     EXPECT_EQ(errorOf(FechaBanco), 0);
     EXPECT_EQ(errorOf(FechaBanco), RuntimeError::ObjectNotSet);
 }

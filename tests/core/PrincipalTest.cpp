@@ -84,8 +84,6 @@ TEST_F(Principal, OnlyTheAnsweredQuestionEndsTheProgram)
     principal().show();
     FormRegistry::instance().get(u"Form1Cli"_s).load();
     expectExitQuestion(Answer::No);
-    click(principal().Command1(7));
-    expectExitQuestion(Answer::No);
     click(principal().mnusair);
     EXPECT_TRUE(ends().empty());
 
@@ -186,9 +184,6 @@ TEST_F(Principal, QuickSearchHandsItsTextOver)
         EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
         FormRegistry::instance().unload(u"Buscacli"_s);
     }
-    principal().Text1(0).setText({});
-    click(principal().Command2(0));
-    EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
 }
 
 TEST_F(Principal, LinksOpenTheManualBesideTheProgramOrInstalledElseTheSite)
