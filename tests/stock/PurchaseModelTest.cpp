@@ -218,7 +218,7 @@ void PurchaseWalk::escapeOn(int row)
 QString PurchaseWalk::step()
 {
     const QStringList texts{u""_s,   u"Alfa"_s,    u"beta"_s,       u"01/03/2026"_s, u"p.EST"_s,
-                            u"41"_s, u"0000041"_s, u"**/**/****"_s, u"0000007"_s};
+                            u"41"_s, u"0000041"_s, u"**/**/****"_s, u"0000007"_s,    u"d'"_s};
     const int what = below(20);
     if (what < 8) {
         const int button = below(14);

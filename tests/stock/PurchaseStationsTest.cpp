@@ -14,70 +14,12 @@ protected:
         for (int order = 1; order <= 3; ++order)
             addOrder(u"0%1/03/2026"_s.arg(order), u"000000%1"_s.arg(order), u"Part"_s);
     }
-    // As another station would.
-    void change(const QString& code, const QString& changes)
-    {
-        mainSql(u"UPDATE PEDIDO SET %1 WHERE CODIGO='%2'"_s.arg(changes, code));
-    }
     static void edit(int row)
     {
         click(list().MSFlexGrid1, row);
         press(2);
     }
 };
-
-TEST_F(PurchaseStationsTest, SaveKeepsWhatTheOtherStationChanged)
-{
-    openList();
-    edit(2);
-    change(u"0000002"_s, u"QUANTIDADE='9'"_s);
-    type(list().Text1(0), u"Typed"_s);
-    press(1);
-    EXPECT_EQ(orders()[1], u"02/03/2026|Typed|9|0000002"_s);
-    EXPECT_EQ(enabledOf(list().Command1), u"0 2 6 8 10 11 12 13"_s);
-}
-
-TEST_F(PurchaseStationsTest, BoxThatBothChangedIsRefusedUntilItWasSeen)
-{
-    openList();
-    edit(2);
-    change(u"0000002"_s, u"DESCRICAO='Other'"_s);
-    type(list().Text1(0), u"Typed"_s);
-    type(list().Text1(1), u"7"_s);
-    for (int time = 0; time < 2; ++time) {
-        expectErrorBox(u"Erro nº -2147217864"_s);
-        press(1);
-        EXPECT_EQ(shown(), u"02/03/2026|Typed|7|0000002"_s);
-        EXPECT_EQ(enabledOf(list().Command1), u"1 3 9"_s);
-        EXPECT_EQ(lockedOf(list().Text1), u"2"_s);
-        EXPECT_EQ(orders()[1], u"02/03/2026|Other|1|0000002"_s);
-    }
-    press(9);
-    EXPECT_EQ(shown(), u"02/03/2026|Other|1|0000002"_s);
-    press(2);
-    type(list().Text1(0), u"Typed"_s);
-    press(1);
-    EXPECT_EQ(orders()[1], u"02/03/2026|Typed|1|0000002"_s);
-}
-
-TEST_F(PurchaseStationsTest, OrderThatWasChangedIsShownBeforeItGoes)
-{
-    openList();
-    for (const bool byEscape : {true, false}) {
-        const QString code = byEscape ? u"0000001"_s : u"0000003"_s;
-        click(list().MSFlexGrid1, byEscape ? 1 : 2);
-        change(code, u"QUANTIDADE='9'"_s);
-        const auto ask = [&] { byEscape ? escape() : (press(2), remove()); };
-        const qsizetype before = orders().size();
-        ask();
-        EXPECT_EQ(orders().size(), before);
-        EXPECT_EQ(list().Text1(1).text(), u"9"_s);
-        EXPECT_EQ(enabledOf(list().Command1), u"0 2 6 8 10 11 12 13"_s);
-        ask();
-        EXPECT_EQ(orders().size(), before - 1);
-    }
-    EXPECT_EQ(orders(), QStringList{u"02/03/2026|Part|1|0000002"_s});
-}
 
 TEST_F(PurchaseStationsTest, OrderThatTheOtherStationDeletedLeavesTheForm)
 {
@@ -127,33 +69,6 @@ TEST_F(PurchaseStationsTest, SaveThatFailsStoresNothingAndCanBeTriedAgain)
         failEachWrite(
             prepare, [] { press(1); }, check);
     }
-}
-
-TEST_F(PurchaseStationsTest, DeletionThatFailsKeepsTheOthers)
-{
-    const auto prepare = [this] {
-        list().unload();
-        fill();
-        openList();
-        edit(2);
-    };
-    const auto check = [this](bool failed) {
-        QStringList left = orders();
-        EXPECT_TRUE(left.removeOne(u"01/03/2026|Part|1|0000001"_s) &&
-                    left.removeOne(u"03/03/2026|Part|1|0000003"_s));
-        EXPECT_TRUE(left.isEmpty() || (failed && left.size() == 1));
-        press(12);
-        EXPECT_EQ(list().Text1(3).text(), u"0000001"_s);
-        press(13);
-        EXPECT_EQ(list().Text1(3).text(), u"0000003"_s);
-        press(2);
-        press(1);
-        EXPECT_EQ(gridRows(list().MSFlexGrid1).size(), orders().size());
-    };
-    failEachCall(
-        prepare, [] { press(3); }, check, 2);
-    failEachWrite(
-        prepare, [] { press(3); }, check);
 }
 
 } // namespace

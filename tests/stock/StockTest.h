@@ -26,6 +26,11 @@ protected:
         mainSql(u"INSERT INTO Pecas (CODIGO, LOCAL, ESTOQUE, DESCRICAO, VALOR, EQUIVALENTE) "
                 "VALUES ('%1', 'A1', %2, '%3', %4, 'BC')"_s.arg(code, stock, description, price));
     }
+    void addParts(const QStringList& descriptions)
+    {
+        for (int part = 0; part < descriptions.size(); ++part)
+            addPart(code(part + 1), descriptions[part]);
+    }
     void addOrder(const QString& code, const QString& description)
     {
         mainSql(
