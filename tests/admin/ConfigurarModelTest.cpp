@@ -12,9 +12,9 @@ protected:
     ConfigurarWalk() : RandomWalk(u"VALIDAR"_s, columns())
     {
         mainSql(u"DELETE FROM VALIDAR"_s);
-        set(u"Caminho2"_s, mainFile());
-        set(u"Caminho"_s, mainFile());
-        set(u"Marque2"_s, u"1"_s);
+        set(u"Local/Caminho2"_s, mainFile());
+        set(u"Local/Caminho"_s, mainFile());
+        set(u"Opcao/Marque2"_s, u"1"_s);
     }
     static QStringList columns()
     {
@@ -23,37 +23,39 @@ protected:
             names << u"NIVEL%1||''"_s.arg(level);
         return names;
     }
-    static QString section(const QString& key)
-    {
-        return key == u"Marque2"              ? u"Opcao"_s
-               : key == u"Pastabackup"        ? u"Backup"_s
-               : key.startsWith(u"Caminho"_s) ? u"Local"_s
-                                              : u"Configurar"_s;
-    }
     void set(const QString& key, const QString& value)
     {
-        setIni(section(key), key, value);
+        setIni(key.section(u'/', 0, 0), key.section(u'/', 1), value);
         settings_[key] = value;
     }
     QStringList keys() const
     {
-        switch (mode_) {
-        case 1:
-            return {u"Titulo"_s, u"Endereco"_s, u"Email"_s, u"Telefone"_s, u"Site"_s};
-        case 2:
-            return QString(u"1 2 3 4 5 6 7 8"_s).split(u' ');
-        case 3:
-            return QString(u"11 12 13 14 15 16 17 18"_s).split(u' ');
-        case 4:
-            return {u"the letter"_s};
-        case 5:
-            return {u"Pastabackup"_s};
-        default:
+        static const QString lists[] = {
+            {},
+            u"Titulo Endereco Email Telefone Site"_s,
+            u"1 2 3 4 5 6 7 8"_s,
+            u"11 12 13 14 15 16 17 18"_s,
+            u"letter"_s,
+            u"Pastabackup"_s,
+        };
+        if (mode_ >= 6)
             return {};
-        }
+        QStringList names = lists[mode_].split(u' ');
+        for (QString& name : names)
+            name.prepend(mode_ == 5 ? u"Backup/"_s : u"Configurar/"_s);
+        return names;
     }
     bool keepsUsers() const { return isBusy_ && mode_ >= 6; }
 
+    void beginAnew()
+    {
+        Configurar::open();
+        isServer_ = false;
+        combo_ = u"Clique ao lado"_s;
+        passwords_ = Fields(3, u""_s);
+        user_ = Fields{u""_s, u""_s} + Fields(8, u"0"_s);
+        texts_.clear();
+    }
     void begin(int mode);
     void tick(int value);
     void showUser();
@@ -66,8 +68,8 @@ protected:
 
     int mode_ = 0;
     bool isBusy_ = false, canApply_ = false, canDelete_ = false, isServer_ = false, backsUp_ = true;
-    QString combo_ = u"Clique ao lado"_s;
-    Fields texts_, passwords_ = Fields(3, u""_s), user_ = Fields(2 + 8, u"0"_s);
+    QString combo_;
+    Fields texts_, passwords_, user_;
     QMap<QString, QString> settings_;
 };
 
@@ -76,9 +78,9 @@ void ConfigurarWalk::tick(int value)
     if (isServer_ == (value == 1))
         return;
     backsUp_ = isServer_ = value == 1;
-    settings_[u"Marque2"_s] = QString::number(value);
+    settings_[u"Opcao/Marque2"_s] = QString::number(value);
     if (isServer_)
-        settings_[u"Caminho"_s] = settings_[u"Caminho2"_s];
+        settings_[u"Local/Caminho"_s] = settings_[u"Local/Caminho2"_s];
     canApply_ = !isServer_;
 }
 
@@ -91,7 +93,7 @@ void ConfigurarWalk::begin(int mode)
     for (const QString& key : keys())
         texts_ << settings_[key] + u""_s;
     if (mode == 4) {
-        tick(settings_[u"Marque2"_s].toInt());
+        tick(settings_[u"Opcao/Marque2"_s].toInt());
         texts_ = Fields{u"c"_s};
     }
     if (mode == 6 || mode == 7)
@@ -153,7 +155,7 @@ void ConfigurarWalk::apply()
     } else if (mode_ == 4) {
         EXPECT_EQ(ini(u"Local"_s, u"Caminho"_s),
                   texts_[0] + u":\\Arquivos de programas\\Vorbelo\\GALTERIA1.mdb"_s);
-        set(u"Caminho"_s, mainFile()); // nobody maps the letter
+        set(u"Local/Caminho"_s, mainFile()); // nobody maps the letter
         return;
     }
     for (int line = 0; line < texts_.size(); ++line)
@@ -176,13 +178,7 @@ void ConfigurarWalk::press(int button)
         isBusy_ = canDelete_ = false;
     } else if (button == 5) {
         EXPECT_FALSE(form().isLoaded());
-        Configurar::open();
-        isServer_ = false;
-        combo_ = u"Clique ao lado"_s;
-        passwords_ = Fields(3, u""_s);
-        user_ = Fields(2 + 8, u"0"_s);
-        user_[0] = user_[1] = u""_s;
-        texts_.clear();
+        beginAnew();
     } else if (!isBusy_) {
         const int modes[] = {1, next.endsWith(u"entrada"_s) ? 2 : 3, 4, 5, 8, 0, 6, 7};
         begin(modes[button]);
@@ -277,13 +273,13 @@ void ConfigurarWalk::compare() const
     EXPECT_EQ(user, user_);
     EXPECT_EQ((Fields{form().Text2.text(), form().Text3.text(), form().Text4.text()}), passwords_);
     for (auto setting = settings_.cbegin(); setting != settings_.cend(); ++setting)
-        EXPECT_EQ(ini(section(setting.key()), setting.key()), setting.value());
+        EXPECT_EQ(ini(setting.key().section(u'/', 0, 0), setting.key().section(u'/', 1)),
+                  setting.value());
 }
 
 TEST_F(ConfigurarWalk, GoesAsTheModel)
 {
-    Configurar::open();
-    user_[0] = user_[1] = u""_s;
+    beginAnew();
     walk([this] { return step(); }, [this] { compare(); });
 }
 
