@@ -20,7 +20,7 @@ protected:
     {
         QStringList names{u"USUARIO"_s, u"SENHA"_s};
         for (int level = 1; level <= 8; ++level)
-            names << u"NIVEL%1||''"_s.arg(level);
+            names << u"NIVEL%1"_s.arg(level);
         return names;
     }
     void set(const QString& key, const QString& value)
@@ -140,7 +140,7 @@ void ConfigurarWalk::apply()
         rows_.push_back(std::make_shared<Row>(Row{user_, false}));
         rows_.back()->stored[0] = passwords_[0];
         rows_.back()->stored[1] = passwords_[2];
-    } else if (mode_ >= 7) {
+    } else if (mode_ >= 7 && !combo_.isEmpty()) {
         for (Fields* fields : {&current().row->stored, &current().fields}) {
             for (int level = 2; level < user_.size(); ++level)
                 (*fields)[level] = user_[level];
@@ -200,11 +200,7 @@ void ConfigurarWalk::otherStation()
     Fields fields{oneOf({u"Ana"_s, u"Mariana"_s, u"d'Ávila"_s}), oneOf({QString(), u"1"_s})};
     for (int level = 1; level <= 8; ++level)
         fields << oneOf({QString(), u"0"_s, u"1"_s});
-    QStringList values;
-    for (const QString& field : fields)
-        values << literal(field);
-    rows_.push_back(std::make_shared<Row>(Row{fields, false}));
-    mainSql(u"INSERT INTO VALIDAR VALUES (%1, NULL)"_s.arg(values.join(u',')));
+    insert(rows_, table_, names_, fields);
     if (!isBusy_ || mode_ == 8) {
         mainSql(u"UPDATE VALIDAR SET SENHA = 'a'"_s);
         for (const auto& row : rows_)
@@ -229,12 +225,12 @@ QString ConfigurarWalk::step()
     } else if (keepsUsers() && what < 8 && mode_ != 6) {
         combo_ = shown_[static_cast<size_t>(below(last() + 1))].fields[0];
         choose(combo_);
-        find(0, combo_);
         if (combo_.contains(u'\'')) { // a look-up that fails chooses nobody
             combo_.clear();
-            place_ = 0;
+        } else {
+            find(0, combo_);
+            showUser();
         }
-        showUser();
     } else if (keepsUsers()) {
         const int level = below(8);
         user_[2 + level] = oneOf({u"0"_s, u"1"_s});
