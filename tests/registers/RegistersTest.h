@@ -4,7 +4,7 @@
 #include "Form1Defeitos.h"
 #include "Form1For.h"
 #include "Form1principal.h"
-#include "FormTest.h"
+#include "RecordStates.h"
 
 // Firms, their search, and the solved defects.
 class RegistersTest : public FormTest
@@ -30,21 +30,10 @@ protected:
                 "CELULAR, CGC, IE, PRODUTO, CODIGO) VALUES ('%2', 'Ana', '', '', '1932324410', "
                 "NULL, %3, '', 'Cabos', '%1')"_s.arg(code, name, document));
     }
-    QStringList firms(const QString& field = u"NOMEEMPRESA"_s) const
-    {
-        return sql(mainFile(),
-                   u"SELECT CODIGO || '|' || ifnull(%1, 'NULL') FROM FORNECEDOR ORDER BY _id"_s.arg(
-                       field));
-    }
     void addDefect(const QString& brand, const QString& defect = u"Não liga"_s)
     {
         mainSql(u"INSERT INTO DEFEITO (MARCA, MODELO, DEFEITO, SOLUCAO) "
                 "VALUES ('%1', 'TX', '%2', 'Fonte')"_s.arg(brand, defect));
-    }
-    QStringList defects() const
-    {
-        return sql(mainFile(), u"SELECT MARCA || '|' || MODELO || '|' || DEFEITO || '|' || SOLUCAO "
-                               "FROM DEFEITO ORDER BY _id"_s);
     }
 
     void removeFirm(Answer answer = Answer::Yes)
@@ -60,13 +49,34 @@ protected:
         click(defect().Command1(3));
     }
 
-    // An action, and what stands after it.
-    struct Step
+    // What both registers keep alike.
+    struct Register
     {
-        const char* name;
-        std::function<void()> action;
-        QString buttons;
-        QString locked;
-        QString shown;
+        Form& form;
+        ControlArray<CommandButton>& buttons;
+        ControlArray<TextBox>& boxes;
+        QString table, field;
+        std::function<void(const QString&)> add;
+        std::function<void()> remove;
     };
+    std::vector<Register> registers()
+    {
+        return {{firm(), firm().Command1, firm().Text1, u"FORNECEDOR"_s, u"NOMEEMPRESA"_s,
+                 [this](const QString& name) { addFirm(u"0000001"_s, name); },
+                 [this] { removeFirm(); }},
+                {defect(), defect().Command1, defect().Text2, u"DEFEITO"_s, u"MARCA"_s,
+                 [this](const QString& name) { addDefect(name); }, [this] { removeDefect(); }}};
+    }
+    QStringList names(const Register& record) const
+    {
+        return sql(mainFile(), u"SELECT %1 FROM %2 ORDER BY _id"_s.arg(record.field, record.table));
+    }
+    void refill(const Register& record, const QStringList& names)
+    {
+        firm().unload(); // both stand on the same pair
+        defect().unload();
+        mainSql(u"DELETE FROM "_s + record.table);
+        for (const QString& name : names)
+            record.add(name);
+    }
 };
