@@ -190,12 +190,15 @@ protected:
             return;
         }
         int n = below(static_cast<int>(alive.size()));
-        // Every other time the row on which this station stands.
-        const bool meets = !isEmpty() && below(2) == 0;
+        // The row that is edited here, often in the very field that was typed; else every other
+        // time the one on show.
+        const bool isEdited = state_ == State::Editing;
+        const bool meets = !isEmpty() && (isEdited || below(2) == 0);
         for (int i = 0; meets && i < static_cast<int>(alive.size()); ++i)
             if (rows_[static_cast<size_t>(alive[static_cast<size_t>(i)])] == current().row)
                 n = i;
-        const int field = below(static_cast<int>(names_.size()));
+        const int field =
+            isEdited && below(2) == 0 ? typedLast_ : below(static_cast<int>(names_.size()));
         const QString text = oneOf(texts);
         rows_[static_cast<size_t>(alive[static_cast<size_t>(n)])]->stored[field] = text;
         mainSql(u"UPDATE %1 SET %2 = %3 WHERE _id = (SELECT _id FROM %1 ORDER BY _id LIMIT 1 "
@@ -220,7 +223,7 @@ protected:
     {
         const int steps = qEnvironmentVariableIsSet("VORBELO_MODEL_STEPS")
                               ? qEnvironmentVariableIntValue("VORBELO_MODEL_STEPS")
-                              : 250;
+                              : 600;
         random_.seed(qEnvironmentVariableIsSet("VORBELO_MODEL_SEED")
                          ? static_cast<unsigned>(qEnvironmentVariableIntValue("VORBELO_MODEL_SEED"))
                          : 20040312);
@@ -241,6 +244,7 @@ protected:
     int place_ = 0;
     State state_ = State::Browsing;
     Fields boxes_;
+    int typedLast_ = 0;
     // What is typed, and what other stations write.
     QStringList texts_{u""_s,  u"Alfa"_s,    u"beta"_s,       u"Gama"_s,
                        u"7"_s, u"0000041"_s, u"1932324410"_s, u"52998224725"_s};
@@ -410,7 +414,9 @@ protected:
     {
         const int what = below(20);
         if (what < 10) {
-            const int button = below(14);
+            // Edits often enough, and ends them, for two stations to meet in a row.
+            const bool aims = below(3) == 0;
+            const int button = !aims ? below(14) : state_ == State::Browsing ? 2 : 1 + 2 * below(2);
             press(button);
             return u"button %1"_s.arg(button);
         }
@@ -421,7 +427,7 @@ protected:
         const QString looked = lookUp(what);
         if (!looked.isNull())
             return looked;
-        const int field = below(typedFields());
+        const int field = Base::typedLast_ = below(typedFields());
         const QString text = oneOf(texts_).section(u'\n', 0, 0);
         type(fieldBox(field), text);
         const QString taken = asTyped(field, text);

@@ -285,7 +285,7 @@ protected:
         const QString name = isTwin ? u"PECAAPLICADA"_s : table_;
         const QStringList names = isTwin ? twinNames() : names_;
         const View& view = isTwin ? Tabela4 : Tabela1;
-        const bool isHere = view.has() && below(2) == 0;
+        const bool isHere = view.has() && (isEditing_ || below(2) == 0);
         const auto row = isHere ? view.rows[static_cast<size_t>(view.place)].row
                                 : table[static_cast<size_t>(below(static_cast<int>(table.size())))];
         if (row->isGone)
@@ -300,7 +300,9 @@ protected:
             mainSql(u"DELETE FROM "_s + name + which);
             return;
         }
-        const int field = 1 + below(isTwin ? 12 : 7);
+        // In an edit one of the first two lines, or the work.
+        const int field =
+            isEditing_ ? (isTwin ? 2 + below(8) : Service) : 1 + below(isTwin ? 12 : 7);
         const bool isFlag = !isTwin && field >= FirstFlag;
         const QString text = isFlag ? QString::number(below(2)) : oneOf(texts_);
         if (!isTwin && field == 2)

@@ -37,71 +37,50 @@ TEST_F(Form1servicoTest, EachActionLeavesItsButtonsAndBoxes)
     const auto found = [](int count) {
         return u"Peças aplicadas e serviço executado - %1 clientes encontrados"_s.arg(count);
     };
-    struct Step
+    struct State
     {
-        const char* name;
-        std::function<void()> action;
-        QString buttons;
-        QString locked;
+        QString pressed; // a button, a row as "r1", or a search as "=5"
+        QString buttons, locked;
         bool grid;
         QString caption;
         QString shown; // number, and flags
         QString focus;
     };
-    const std::vector<Step> steps{
-        {"load", [] {}, u"3"_s, idle, false, bench().caption(), u" 000"_s, u"Text1_0"_s},
-        {"found", [] { search(u"5"_s); }, u"0 3"_s, idle, true, found(2), u" 000"_s, {}},
-        {"not found", [] { search(u"77"_s); }, u"3"_s, idle, false, found(0), u" 000"_s, {}},
-        {"one", [] { search(u"15"_s); }, u"0 3"_s, idle, true, found(1), u" 000"_s, {}},
-        {"the heading",
-         [] { click(bench().MSFlexGrid1, 0); },
-         u"0 3"_s,
-         idle,
-         true,
-         found(1),
-         u"0000015 010"_s,
-         {}},
-        {"emptied", [] { search({}); }, u"3"_s, idle, false, none, u" 010"_s, {}},
-        {"found again", [] { search(u"5"_s); }, u"0 3"_s, idle, true, found(2), u" 010"_s, {}},
-        {"shown",
-         [] { click(bench().MSFlexGrid1, 1); },
-         u"0 3"_s,
-         idle,
-         true,
-         found(2),
-         u"0000005 101"_s,
-         {}},
-        {"editing", [] { press(0); }, u"1 2"_s, open, false, found(2), u"0000005 101"_s,
-         u"Text1_26"_s},
-        {"saved", [] { press(1); }, u"3"_s, idle, false, found(2), u"0000005 101"_s, u"Text1_0"_s},
-        {"no search in a box that is locked",
-         [] { press(0); },
-         u"3"_s,
-         idle,
-         false,
-         found(2),
-         u"0000005 101"_s,
-         {}},
-        {"searched", [] { search(u"05"_s); }, u"0 3"_s, idle, true, found(1), u"0000005 101"_s, {}},
-        {"editing again", [] { press(0); }, u"1 2"_s, open, false, found(1), u"0000005 101"_s, {}},
-        {"cancelled", [] { press(2); }, u"3"_s, idle, false, found(1), u"0000005 101"_s,
-         u"Text1_0"_s},
+    const std::vector<State> states{
+        {{}, u"3"_s, idle, false, bench().caption(), u" 000"_s, u"Text1_0"_s},
+        {u"=5"_s, u"0 3"_s, idle, true, found(2), u" 000"_s, {}},
+        {u"=77"_s, u"3"_s, idle, false, found(0), u" 000"_s, {}},
+        {u"=15"_s, u"0 3"_s, idle, true, found(1), u" 000"_s, {}},
+        {u"r0"_s, u"0 3"_s, idle, true, found(1), u"0000015 010"_s, {}},
+        {u"="_s, u"3"_s, idle, false, none, u" 010"_s, {}},
+        {u"=5"_s, u"0 3"_s, idle, true, found(2), u" 010"_s, {}},
+        {u"r1"_s, u"0 3"_s, idle, true, found(2), u"0000005 101"_s, {}},
+        {u"0"_s, u"1 2"_s, open, false, found(2), u"0000005 101"_s, u"Text1_26"_s},
+        {u"1"_s, u"3"_s, idle, false, found(2), u"0000005 101"_s, u"Text1_0"_s},
+        {u"=05"_s, u"0 3"_s, idle, true, found(1), u"0000005 101"_s, {}},
+        {u"0"_s, u"1 2"_s, open, false, found(1), u"0000005 101"_s, {}},
+        {u"2"_s, u"3"_s, idle, false, found(1), u"0000005 101"_s, u"Text1_0"_s},
     };
-    for (const Step& step : steps) {
-        SCOPED_TRACE(step.name);
-        step.action();
-        EXPECT_EQ(enabledOf(bench().Command1), step.buttons);
-        EXPECT_EQ(lockedOf(bench().Text1), step.locked);
+    for (const State& state : states) {
+        SCOPED_TRACE(state.pressed.toStdString());
+        if (state.pressed.startsWith(u'='))
+            search(state.pressed.mid(1));
+        else if (state.pressed.startsWith(u'r'))
+            click(bench().MSFlexGrid1, state.pressed.mid(1).toInt());
+        else if (!state.pressed.isEmpty())
+            press(state.pressed.toInt());
+        EXPECT_EQ(enabledOf(bench().Command1), state.buttons);
+        EXPECT_EQ(lockedOf(bench().Text1), state.locked);
         for (int line = 1; line <= Form1servico::Lines; ++line)
-            EXPECT_EQ(bench().line(line).description.locked(), step.locked == idle);
-        EXPECT_EQ(bench().MSFlexGrid1.visible(), step.grid);
-        EXPECT_EQ(bench().caption(), step.caption);
+            EXPECT_EQ(bench().line(line).description.locked(), state.locked == idle);
+        EXPECT_EQ(bench().MSFlexGrid1.visible(), state.grid);
+        EXPECT_EQ(bench().caption(), state.caption);
         QString shown = bench().Text1(1).text() + u' ';
         for (const int flag : {0, 1, 3})
             shown += QString::number(bench().Check1(flag).value());
-        EXPECT_EQ(shown, step.shown);
-        if (!step.focus.isEmpty()) {
-            EXPECT_EQ(bench().window()->focusWidget()->objectName(), step.focus);
+        EXPECT_EQ(shown, state.shown);
+        if (!state.focus.isEmpty()) {
+            EXPECT_EQ(bench().window()->focusWidget()->objectName(), state.focus);
         }
     }
     press(3);
@@ -174,130 +153,6 @@ TEST_F(Form1servicoTest, OneJobIsNotedInBothRowsAndNowhereElse)
     EXPECT_EQ(elsewhere(), before);
 }
 
-TEST_F(Form1servicoTest, ThePartThatIsFoundFirstFillsTheLineThatWasPickedLast)
-{
-    addPart(u"0000005"_s, u"A correia longa de borracha"_s, u"M3"_s);
-    addOrder(u"0000001"_s);
-    edit(u"0000001"_s);
-    QStringList entries;
-    for (int entry = 0; entry < bench().Combo5.listCount(); ++entry)
-        entries << bench().Combo5.list(entry).left(4);
-    EXPECT_EQ(entries.join(u' '), u"A co Capa Corr Corr Flyb Flyb Corr Corr Capa A co"_s);
-    EXPECT_EQ(bench().Combo4.listCount(), 5);
-    EXPECT_EQ(bench().Combo6.list(4), u"Flyback"_s);
-    pick(4, 3);
-    EXPECT_EQ(shownLine(4), u"0000005|Correia longa|M3|1,00"_s) << "the first that holds the text";
-    pick(5, 5);
-    EXPECT_EQ(shownLine(5), u"0000004|Flyback|M1|50,00"_s) << "the way back";
-    // The same description on another line: no look-up, the part found last stands there still.
-    type(bench().line(6).code, u"x"_s);
-    pick(6, 4);
-    EXPECT_EQ(shownLine(6), u"0000004|Flyback|M1|50,00"_s);
-    // After another order was shown the same part can be picked again.
-    press(2);
-    search({});
-    edit(u"0000001"_s);
-    EXPECT_EQ(shownLine(6), u"|||0,00"_s);
-    pick(6, 4);
-    EXPECT_EQ(shownLine(6), u"0000004|Flyback|M1|50,00"_s);
-    EXPECT_EQ(faults(), 0);
-}
-
-TEST_F(Form1servicoTest, NumberTypedWholeSearchesAgainWhileItIsShown)
-{
-    addOrder(u"0000005"_s, u"Ana"_s, u"servicoexecutado='a'"_s);
-    addOrder(u"10000005"_s, u"Beto"_s, u"servicoexecutado='b', retorno=1"_s); // a foreign number
-    bench().show();
-    search(u"0000005"_s);
-    click(bench().MSFlexGrid1, 1);
-    // The search in the middle leaves the last one found, and the rest is read from it.
-    EXPECT_EQ(bench().Text1(1).text(), u"0000005"_s);
-    EXPECT_EQ(bench().Text1(2).text(), u"Beto"_s);
-    EXPECT_EQ(bench().Check1(1).value(), 1);
-    press(0);
-    typeService(u"c"_s);
-    press(1);
-    EXPECT_EQ(stored(u"0000005"_s, u"servicoexecutado"_s), u"a"_s);
-    EXPECT_EQ(stored(u"10000005"_s, u"servicoexecutado"_s), u"c"_s);
-}
-
-TEST_F(Form1servicoTest, SaveGoesToTheRowsThatAreCurrentWhicheverIsShown)
-{
-    addOrder(u"0000005"_s, u"Ana"_s, u"servicoexecutado='a'"_s);
-    addOrder(u"0000015"_s, u"Beto"_s, u"servicoexecutado='b', pronto=1"_s);
-    changeTwin(u"0000005"_s, u"CODIGO1='7'"_s);
-    bench().show();
-    search(u"5"_s);
-    press(0); // no row was clicked
-    press(1);
-    EXPECT_EQ(stored(u"0000005"_s, u"servicoexecutado"_s), u"a"_s);
-    EXPECT_EQ(stored(u"0000015"_s, u"servicoexecutado || pronto"_s), u"0"_s);
-    EXPECT_EQ(storedTwin(u"0000005"_s, u"CODIGO1 || VALOR1"_s), QString());
-    // In an edit the search text typed into any box brings the orders back, and the last of them.
-    search(u"05"_s);
-    search(u"5"_s);
-    click(bench().MSFlexGrid1, 1);
-    press(0);
-    typeService(u"c"_s);
-    type(bench().line(1).quantity, u"5"_s);
-    EXPECT_TRUE(bench().MSFlexGrid1.visible());
-    EXPECT_EQ(enabledOf(bench().Command1), u"0 1 2"_s);
-    press(1);
-    EXPECT_EQ(stored(u"0000005"_s, u"servicoexecutado"_s), u"a"_s);
-    EXPECT_EQ(stored(u"0000015"_s, u"servicoexecutado"_s), u"c"_s);
-    EXPECT_EQ(storedTwin(u"0000005"_s, u"QUANT1"_s), u"5"_s);
-    EXPECT_EQ(faults(), 0);
-}
-
-TEST_F(Form1servicoTest, WhatWasGivenUpStaysInViewUnsaved)
-{
-    addOrder(u"0000005"_s, u"Ana"_s);
-    edit(u"0000005"_s);
-    pick(1, 0);
-    press(2);
-    EXPECT_EQ(shownLine(1), u"0000001|Capacitor|M2|3,50"_s);
-    click(bench().MSFlexGrid1, 1); // the same order: nothing changes
-    EXPECT_EQ(shownLine(1), u"0000001|Capacitor|M2|3,50"_s);
-    EXPECT_EQ(storedTwin(u"0000005"_s, u"CODIGO1"_s), u"NULL"_s);
-}
-
-TEST_F(Form1servicoTest, OrderTakenInSinceTheBenchWasOpenedHasItsTwin)
-{
-    for (const bool wasEmpty : {true, false}) {
-        SCOPED_TRACE(wasEmpty);
-        if (!wasEmpty)
-            addOrder(u"0000001"_s, u"Ana"_s);
-        bench().show();
-        const QString number = wasEmpty ? u"0000008"_s : u"0000009"_s;
-        addOrder(number, u"Beto"_s);
-        edit(number);
-        pick(1, 3);
-        press(1);
-        EXPECT_EQ(storedTwin(number, u"CODIGO1"_s), u"0000004"_s);
-        bench().unload();
-    }
-    EXPECT_EQ(storedTwin(u"0000001"_s, u"CODIGO1"_s), u"NULL"_s);
-    EXPECT_EQ(faults(), 0);
-}
-
-TEST_F(Form1servicoTest, OrderWithoutATwinIsShownAndItsSaveEndsTheProgram)
-{
-    addOrder(u"0000001"_s, u"Ana"_s);
-    addOrder(u"0000005"_s, u"Beto"_s, u"servicoexecutado='b'"_s);
-    mainSql(u"DELETE FROM PECAAPLICADA WHERE NUMERO='0000005'"_s);
-    edit(u"0000005"_s);
-    EXPECT_EQ(bench().Text1(2).text(), u"Beto"_s);
-    EXPECT_EQ(shownLine(1), u"|||"_s);
-    typeService(u"c"_s);
-    expectFault([] { press(1); });
-    EXPECT_EQ(stored(u"0000005"_s, u"servicoexecutado"_s), u"b"_s);
-    // No twin in the whole table.
-    mainSql(u"DELETE FROM PECAAPLICADA"_s);
-    bench().show();
-    search(u"5"_s);
-    expectFault([] { click(bench().MSFlexGrid1, 1); });
-}
-
 TEST_F(Form1servicoTest, PartsAreThoseOfTheMomentInWhichTheBenchWasOpened)
 {
     addOrder(u"0000005"_s, u"Ana"_s);
@@ -314,60 +169,6 @@ TEST_F(Form1servicoTest, PartsAreThoseOfTheMomentInWhichTheBenchWasOpened)
     edit(u"0000005"_s);
     expectFault([] { pick(3, 4); });
     EXPECT_EQ(storedTwin(u"0000005"_s, u"DESCRICAO3"_s), QString());
-}
-
-// All but a plain no is shown as a yes here.
-TEST_F(Form1servicoTest, RowOfNullsIsShownEmptyAndStoredAsItIsShown)
-{
-    mainSql(u"INSERT INTO Cliente (numero) VALUES ('0000005'); "
-            "INSERT INTO PECAAPLICADA (NUMERO) VALUES ('0000005'); "
-            "INSERT INTO Cliente (Nome) VALUES ('Ana')"_s);
-    edit(u"0000005"_s);
-    EXPECT_EQ(gridRows(bench().MSFlexGrid1), QStringList{u"0000005|||"_s});
-    EXPECT_EQ(bench().Text1(3).text(), QString());
-    EXPECT_EQ(bench().Text1(2).toolTipText(), QString());
-    EXPECT_EQ(shownLine(7), u"|||0,00"_s);
-    press(1);
-    EXPECT_EQ(stored(u"0000005"_s, u"servicoexecutado || pronto || retorno || naotempeca"_s),
-              u"111"_s);
-    EXPECT_EQ(stored(u"0000005"_s, u"autoriza"_s), u"NULL"_s);
-    EXPECT_EQ(storedTwin(u"0000005"_s, u"CODIGO7 || DESCRICAO7 || QUANT7 || VALOR7"_s), u"0,00"_s);
-    EXPECT_EQ(storedTwin(u"0000005"_s, u"NOME"_s), u"NULL"_s);
-    EXPECT_EQ(faults(), 0);
-}
-
-// What only the other one wrote is kept, what only the bench wrote is stored; where both wrote one
-// field nothing is.
-TEST_F(Form1servicoTest, WorkBesideTheCounterAndAnotherBench)
-{
-    addOrder(u"0000005"_s, u"Ana"_s, u"telefone='1', servicoexecutado='a'"_s);
-    changeTwin(u"0000005"_s, u"VALOR2='1234,5', CODIGO4='4'"_s);
-    const QString parts = u"ifnull(CODIGO1, 'NULL') || CODIGO4 || VALOR2"_s;
-    edit(u"0000005"_s);
-    changeOrder(u"0000005"_s, u"telefone='2', pronto=1, Nome='Bia'"_s);
-    changeTwin(u"0000005"_s, u"NOME='Bia', CODIGO4='44', VALOR2='9,00'"_s);
-    typeService(u"b"_s);
-    click(bench().Check1(1));
-    pick(1, 0);
-    press(1);
-    EXPECT_EQ(faults(), 0);
-    EXPECT_EQ(stored(u"0000005"_s, u"Nome || telefone || servicoexecutado || pronto || retorno"_s),
-              u"Bia2b11"_s);
-    EXPECT_EQ(storedTwin(u"0000005"_s, parts), u"0000001449,00"_s);
-
-    const auto clash = [&](const std::function<void()>& other) {
-        bench().unload();
-        edit(u"0000005"_s);
-        typeService(u"mine"_s);
-        type(bench().line(4).code, u"mine"_s);
-        other();
-        expectFault([] { press(1); });
-    };
-    clash([this] { changeOrder(u"0000005"_s, u"servicoexecutado='theirs'"_s); });
-    EXPECT_EQ(storedTwin(u"0000005"_s, parts), u"0000001449,00"_s);
-    clash([this] { changeTwin(u"0000005"_s, u"CODIGO4='theirs'"_s); });
-    clash([this] { mainSql(u"DELETE FROM PECAAPLICADA"_s); });
-    EXPECT_EQ(stored(u"0000005"_s, u"servicoexecutado"_s), u"theirs"_s);
 }
 
 TEST_F(Form1servicoTest, WithoutADatabaseItShutsAndTheMainWindowGoesOn)
@@ -422,26 +223,6 @@ TEST_F(BenchFaults, SaveWritesBothRowsOrNoneAndTellsWhich)
     startAnew();
     for (const int refusals : {1, 1'000'000})
         failEachWrite([this] { prepare(); }, save, check, "GALTERIA1.mdb", refusals);
-}
-
-// Whatever fails on the way to an order, what is stored stays as it was.
-TEST_F(BenchFaults, WhatFailsToOpenTheBenchOrToShowAnOrderStoresNothing)
-{
-    const auto showIt = [] { edit(u"0000005"_s); };
-    const auto check = [this](bool) {
-        EXPECT_EQ(both(), u"a0a"_s);
-        startAnew();
-        edit(u"0000005"_s);
-        EXPECT_EQ(bench().Text1(2).text(), u"Ana"_s);
-        EXPECT_EQ(bench().Combo11.listCount(), 4);
-        EXPECT_EQ(faults(), 0);
-    };
-    const auto closed = [this] {
-        prepare();
-        startAnew();
-        setEnabled(principal().Command1, 0, 11, true);
-    };
-    failEachCall(closed, showIt, check, 15);
 }
 
 } // namespace

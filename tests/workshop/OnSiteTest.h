@@ -2,7 +2,7 @@
 
 #include "Form1manutencao.h"
 #include "Form1principal.h"
-#include "FormTest.h"
+#include "RecordStates.h"
 
 // Orders for work at the client's place, as rows and in their form.
 class OnSiteTest : public FormTest
