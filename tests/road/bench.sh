@@ -226,7 +226,8 @@ key alt+i # from Editar on: Imprimir
 key space
 shot 09-purchase
 print_to purchase
-expect_paper purchase Quant Descrição '100          Fusivel 2A'
+expect 'the list on paper' "$(page "$out/bench-purchase.pdf")" 'Quant Descrição
+100 Fusivel 2A'
 arrive "$purchase"
 key alt+f
 leave "$purchase"
