@@ -2,11 +2,18 @@
 
 #include <sqlite3.h>
 
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <functional>
 #include <map>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -61,7 +68,62 @@ inline void requireTwins(const std::string& file)
             "an order without its twin, or a twin without its order");
 }
 
-// What the files must hold, by what a driver told. A step that it told and did not call done may
+// The words of each line that a clerk told, as many as the longest has.
+inline void readLog(const std::filesystem::path& file,
+                    const std::function<void(const Words&)>& read)
+{
+    std::ifstream log(file);
+    for (std::string line; std::getline(log, line);) {
+        Words words;
+        std::istringstream parts(line);
+        for (std::string word; std::getline(parts, word, '\t');)
+            words.push_back(word);
+        words.resize(9);
+        read(words);
+    }
+}
+
+inline pid_t start(Words arguments, const std::filesystem::path& log)
+{
+    const pid_t process = fork();
+    if (process != 0)
+        return process;
+    std::vector<char*> words;
+    for (std::string& argument : arguments)
+        words.push_back(argument.data());
+    words.push_back(nullptr);
+    alarm(900); // far more than any run takes
+    dup2(open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
+    execv(words[0], words.data());
+    _exit(127);
+}
+
+// By kind and by the text that tells it for ever: what is stored of it, of an order also the two
+// texts that the bench writes.
+using Records = std::map<std::pair<std::string, std::string>, Words>;
+
+inline Records recordsOf(const std::string& file)
+{
+    const char* const sql =
+        "SELECT 'order', c.Nome, endereco, cidade, bairro, observacao, "
+        "coalesce(servicoexecutado, ''), coalesce(CODIGO1, '') "
+        "FROM Cliente c LEFT JOIN PECAAPLICADA p ON p.NUMERO = c.numero AND p.NOME = c.Nome "
+        "UNION ALL SELECT 'part', EQUIVALENTE, DESCRICAO, LOCAL, '', '', '', '' FROM Pecas "
+        "UNION ALL SELECT 'firm', NOMEEMPRESA, NOMEFORNECEDOR, EMAIL, PRODUTO, '', '', '' "
+        "FROM FORNECEDOR UNION ALL "
+        "SELECT 'purchase', DESCRICAO, QUANTIDADE, '', '', '', '', '' FROM PEDIDO "
+        "WHERE QUANTIDADE <> 'p.EST' UNION ALL "
+        "SELECT 'defect', MARCA, MODELO, DEFEITO, SOLUCAO, '', '', '' FROM DEFEITO UNION ALL "
+        "SELECT 'on-site', NOME, ENDERECO, EMAIL, OBSERVACAO, '', '', '' FROM MANUTENCAO";
+    Records records;
+    for (const Words& row : query(file, sql))
+        require(
+            records.emplace(std::pair(row[0], row[1]), Words(row.begin() + 2, row.end())).second,
+            row[0] + " " + row[1] + " is there twice");
+    return records;
+}
+
+// What the files must hold, by what a clerk told. A step that it told and did not call done may
 // have become durable or not, as a whole.
 class Book
 {
@@ -73,35 +135,45 @@ public:
     virtual void compare(const std::string& file) = 0;
 };
 
-class OrdersBook : public Book
+class RecordsBook : public Book
 {
 public:
+    // Orders for the bench, which makes none.
+    void prepare(const std::string& file) override
+    {
+        query(file, "WITH n(i) AS (VALUES ('1'), ('2'), ('3')) INSERT INTO Cliente (numero, Nome, "
+                    "endereco, cidade, bairro, observacao) SELECT '000000' || i, 'p' || i, '', '', "
+                    "'', '' FROM n");
+        query(file, "INSERT INTO PECAAPLICADA (NUMERO, NOME) SELECT numero, Nome FROM Cliente");
+        stored_ = next_ = recordsOf(file);
+    }
+
     void read(const Words& words, int /*station*/) override
     {
+        const std::pair key(words[1], words[2]);
         if (words[0] == "refused")
             throw std::runtime_error("a save was refused to a clerk who works alone");
-        if (words[0] == "save")
-            next_[words[1]] = words;
-        else if (words[0] == "delete")
-            next_.erase(words[1]);
+        if (words[0] == "new")
+            next_[key] = {words.begin() + 3, words.end()};
+        else if (words[0] == "set")
+            next_[key].at(std::stoul(words[3])) = words[5];
+        else if (words[0] == "gone")
+            next_.erase(key);
         else if (words[0] == "done")
-            orders_ = next_;
+            stored_ = next_;
     }
 
     void compare(const std::string& file) override
     {
         requireTwins(file);
-        std::map<std::string, Words> stored;
-        for (const Words& row :
-             query(file, "SELECT 'save', numero, Nome, local, observacao FROM Cliente"))
-            require(stored.emplace(row[1], row).second, "order " + row[1] + " is there twice");
-        require(stored == orders_ || stored == next_,
-                "the orders are neither as last saved nor as last being saved");
-        orders_ = next_ = stored;
+        const Records found = recordsOf(file);
+        require(found == stored_ || found == next_,
+                "the records are neither as last saved nor as last being saved");
+        stored_ = next_ = found;
     }
 
-private:
-    std::map<std::string, Words> orders_, next_;
+protected:
+    Records stored_, next_;
 };
 
 class SalesBook : public Book
@@ -126,7 +198,7 @@ public:
                     "the list shows " + words[1] + " lines and not " + std::to_string(list.size()));
         } else if (words[0] == "line") {
             list.emplace_back(words[1], std::stoi(words[2]));
-        } else if (words[0] == "book") {
+        } else if (words[0] == "sold") {
             booking_ = station;
             book();
         } else if (words[0] == "done") {
@@ -191,45 +263,36 @@ private:
     int booking_ = -1; // station whose list is being booked
 };
 
-// One order whose name changes, the safety copy, and the way back.
-class BackupsBook : public Book
+// The records, their safety copy, and the way back.
+class BackupsBook : public RecordsBook
 {
 public:
-    explicit BackupsBook(std::string copy) : copy_(std::move(copy)) {}
+    explicit BackupsBook(std::string copy) : file_(std::move(copy)) {}
 
-    void read(const Words& words, int /*station*/) override
+    void read(const Words& words, int station) override
     {
-        if (words[0] == "save")
-            nextLive_ = words[2];
-        else if (words[0] == "backup")
-            nextCopy_ = live_;
+        if (words[0] == "backup")
+            nextCopy_ = stored_;
         else if (words[0] == "restore")
-            nextLive_ = storedCopy_;
+            next_ = copy_;
         else if (words[0] == "done")
-            live_ = nextLive_, storedCopy_ = nextCopy_;
+            copy_ = nextCopy_;
+        RecordsBook::read(words, station);
     }
 
     void compare(const std::string& file) override
     {
-        const std::string live = nameIn(file);
-        require(live == live_ || live == nextLive_, "the live file holds neither name: " + live);
-        live_ = nextLive_ = live;
-        std::string stored;
-        if (std::filesystem::exists(copy_)) {
-            requireWhole(copy_);
-            stored = nameIn(copy_);
+        RecordsBook::compare(file);
+        Records found;
+        if (std::filesystem::exists(file_)) {
+            requireWhole(file_);
+            found = recordsOf(file_);
         }
-        require(stored == storedCopy_ || stored == nextCopy_, "the copy holds neither name");
-        storedCopy_ = nextCopy_ = stored;
+        require(found == copy_ || found == nextCopy_, "the copy holds neither state");
+        copy_ = nextCopy_ = found;
     }
 
 private:
-    static std::string nameIn(const std::string& file)
-    {
-        const std::vector<Words> rows = query(file, "SELECT Nome FROM Cliente ORDER BY numero");
-        return rows.empty() ? std::string() : rows.front()[0];
-    }
-
-    std::string copy_;
-    std::string live_, nextLive_, storedCopy_, nextCopy_;
+    std::string file_;
+    Records copy_, nextCopy_;
 };

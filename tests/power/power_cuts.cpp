@@ -1,18 +1,13 @@
 #include "Books.h"
 #include "FileLayer.h"
 
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/mman.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -20,10 +15,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Seconds, far more than any run of a driver takes.
-constexpr unsigned Patience = 150;
-
-// One run of the driver.
+// One run of the clerk.
 class Run
 {
 public:
@@ -32,17 +24,7 @@ public:
         fs::remove(folder / "status");
         status_ = filelayer::map((folder / "status").c_str());
         arguments.insert(arguments.begin(), program);
-        std::vector<char*> words;
-        for (std::string& argument : arguments)
-            words.push_back(argument.data());
-        words.push_back(nullptr);
-        process_ = fork();
-        if (process_ == 0) {
-            alarm(Patience);
-            dup2(open(log_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
-            execv(program.c_str(), words.data());
-            _exit(127);
-        }
+        process_ = start(std::move(arguments), log_);
     }
     ~Run()
     {
@@ -71,22 +53,17 @@ public:
         hasEnded(0);
         const bool killed = WIFSIGNALED(state_) && WTERMSIG(state_) == SIGKILL;
         if (!killed && (!WIFEXITED(state_) || WEXITSTATUS(state_) != 0))
-            throw std::runtime_error("the driver ended with state " + std::to_string(state_));
+            throw std::runtime_error("the clerk ended with state " + std::to_string(state_));
         return killed;
     }
 
     void readTo(Book& book, int station) const
     {
-        std::ifstream log(log_);
-        for (std::string line; std::getline(log, line);) {
-            Words words;
-            std::istringstream parts(line);
-            for (std::string word; std::getline(parts, word, '\t');)
-                words.push_back(word);
+        readLog(log_, [&](const Words& words) {
             if (words[0] == "box")
-                throw std::runtime_error("the driver told: " + line);
+                throw std::runtime_error("the clerk told: " + words[1]);
             book.read(words, station);
-        }
+        });
     }
 
 private:
@@ -107,14 +84,13 @@ private:
 class Cutter
 {
 public:
-    // power_cuts orders|sales|backups kill ROUNDS: killed at any moment, half of the rounds at a
-    // chosen call. power_cuts orders|sales|backups each-statement ROUNDS: the same without
-    // transactions; must fail. power_cuts orders|sales|backups sweep STRIDE: forgets what was not
-    // synced, at every STRIDE-th call. power_cuts orders|sales|backups deaf STRIDE: the same with
-    // syncs that do nothing; must fail.
+    // power_cuts WORK kill ROUNDS: killed at any moment, half of the rounds at a chosen call; with
+    // each-statement the same without transactions, which must fail. power_cuts WORK sweep STRIDE:
+    // forgets what was not synced, at every STRIDE-th call; with deaf the same with syncs that do
+    // nothing, which must fail.
     Cutter(const fs::path& program, std::string work, std::string way, int number, unsigned seed)
-        : driver_(program.parent_path() / "power_driver"), work_(std::move(work)),
-          way_(std::move(way)), number_(number), seed_(seed), random_(seed)
+        : clerk_(program.parent_path() / "clerk"), work_(std::move(work)), way_(std::move(way)),
+          number_(number), seed_(seed), random_(seed)
     {
         std::string pattern = fs::temp_directory_path() / "power-XXXXXX";
         root_ = mkdtemp(pattern.data());
@@ -124,7 +100,7 @@ public:
              {std::pair("share", "share"), {"s0", "share"}, {"s1", "link"}}) {
             const fs::path folder = root_ / name;
             fs::create_directory(folder);
-            Run(driver_, {"init", folder, root_ / share / "GALTERIA1.mdb"}, folder).waitUntilGone();
+            Run(clerk_, {"init", folder, root_ / share / "GALTERIA1.mdb"}, folder).waitUntilGone();
         }
     }
 
@@ -138,7 +114,7 @@ public:
             else if (work_ == "backups")
                 cutOff(BackupsBook(root_ / "share" / "copia" / "Copia.seguranca"));
             else
-                cutOff(OrdersBook());
+                cutOff(RecordsBook());
         } catch (const Failure& failure) {
             failed = true;
             std::printf("round %d: %s\n", rounds_, failure.what());
@@ -198,12 +174,12 @@ private:
             throw std::runtime_error("too few cuts inside a transaction");
     }
 
-    // Whether the driver was cut off. Without a call it is killed from outside, at any moment.
+    // Whether the clerk was cut off. Without a call it is killed from outside, at any moment.
     bool round(Book& book, int call, int cut)
     {
         constexpr unsigned MostMicroseconds = 30000;
         const int station = rounds_++ % 2;
-        Run run(driver_, arguments(work_, station, call, cut), folderOf(station));
+        Run run(clerk_, arguments(work_, station, call, cut), folderOf(station));
         run.waitUntilArmed();
         if (call == 0) {
             std::this_thread::sleep_for(std::chrono::microseconds(random_() % MostMicroseconds));
@@ -222,7 +198,7 @@ private:
         return killed;
     }
 
-    std::string driver_, work_, way_;
+    std::string clerk_, work_, way_;
     int number_;
     unsigned seed_;
     std::mt19937 random_;
@@ -237,7 +213,8 @@ private:
 int main(int argc, char** argv)
 try {
     if (argc < 4)
-        throw std::runtime_error("power_cuts orders|sales|backups WAY NUMBER [SEED]");
+        throw std::runtime_error(
+            "power_cuts orders|registers|bench|sales|backups WAY NUMBER [SEED]");
     const unsigned seed = argc > 4 ? static_cast<unsigned>(std::stoul(argv[4])) : 1;
     return Cutter(argv[0], argv[1], argv[2], std::stoi(argv[3]), seed).run();
 } catch (const std::exception& error) {

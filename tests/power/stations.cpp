@@ -1,13 +1,6 @@
 #include "Books.h"
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 #include <limits>
-#include <sstream>
 
 // Sets several stations to work over one shared file at the same time, in the real forms, and holds
 // what they told against what is stored: each text is followed by one that was written in its
@@ -41,31 +34,35 @@ public:
 
     void prepare()
     {
-        std::string rows;
-        for (const std::string number : {"1", "2", "3", "4", "5", "6"}) {
-            rows += (rows.empty() ? "" : ", ") + ("('000000" + number + "', 'local" + number) +
-                    "', '5000', 'nome" + number + "', 25000, 'peca" + number + "')";
-            histories_[{"part", "peca" + number}].first = {"nome" + number, "local" + number};
-            stocks_["000000" + number] = {{5000, 0, 0}};
+        query(sharedFile(), "WITH n(i) AS (VALUES ('1'), ('2'), ('3'), ('4'), ('5'), ('6')) INSERT "
+                            "INTO Pecas (CODIGO, LOCAL, ESTOQUE, DESCRICAO, VALOR, EQUIVALENTE) "
+                            "SELECT '000000' || i, 'local' || i, '5000', 'nome' || i, 25000, "
+                            "'peca' || i FROM n");
+        for (const auto& [key, values] : recordsOf(sharedFile())) {
+            histories_[key].first = values;
+            stocks_["000000" + key.second.substr(4)] = {{5000, 0, 0}};
         }
-        query(sharedFile(),
-              "INSERT INTO Pecas (CODIGO, LOCAL, ESTOQUE, DESCRICAO, VALOR, EQUIVALENTE) VALUES " +
-                  rows);
     }
 
     void read(const std::string& station)
     {
-        std::ifstream log(folderOf(station) / "log");
         bool isWhole = false;
-        for (std::string line; std::getline(log, line);) {
-            Words words;
-            std::istringstream parts(line);
-            for (std::string word; std::getline(parts, word, '\t');)
-                words.push_back(word);
-            words.resize(std::max<std::size_t>(words.size(), 8));
+        std::vector<Words> pending;
+        readLog(folderOf(station) / "log", [&](const Words& words) {
             isWhole = words[0] == "left";
-            read(words, station);
-        }
+            if (words[0] == "new" || words[0] == "gone" || words[0] == "set" ||
+                words[0] == "sold") {
+                pending.push_back(words);
+            } else if (words[0] == "done" || words[0] == "refused") {
+                for (const Words& each : pending)
+                    if (words[0] == "done")
+                        wasStored(each);
+                refused_ += words[0] == "refused";
+                pending.clear();
+            } else {
+                read(words, station);
+            }
+        });
         if (!isWhole)
             fault("a station ended in its work", station);
     }
@@ -76,14 +73,8 @@ public:
         for (const Words& row : query(sharedFile(), "SELECT numero, count(*) FROM Cliente GROUP BY "
                                                     "numero HAVING count(*) > 1"))
             fault("a number given twice", row[0]);
-        for (const Words& row :
-             query(sharedFile(),
-                   "SELECT numero, Nome FROM Cliente EXCEPT SELECT NUMERO, NOME FROM PECAAPLICADA "
-                   "UNION ALL SELECT * FROM (SELECT NUMERO, NOME FROM PECAAPLICADA EXCEPT SELECT "
-                   "numero, Nome FROM Cliente)"))
-            fault("an order or a twin alone", row[0] + " " + row[1]);
-        checkTexts("order", "SELECT Nome, endereco, cidade, bairro, observacao FROM Cliente");
-        checkTexts("part", "SELECT EQUIVALENTE, DESCRICAO, LOCAL FROM Pecas");
+        requireTwins(sharedFile());
+        checkRecords();
         checkStock();
         std::multiset<Words> stored;
         for (const Words& row : query(sharedFile(), "SELECT codigo, descricao, CAST(quantidade AS "
@@ -117,14 +108,15 @@ public:
     }
 
 private:
-    void read(const Words& words, const std::string& station)
+    void wasStored(const Words& words)
     {
         const std::pair record(words[1], words[2]);
         if (words[0] == "new") {
             histories_[record].first.assign(words.begin() + 3, words.end());
         } else if (words[0] == "gone") {
             ++deletions_;
-            histories_[record].last.assign(words.begin() + 3, words.end());
+            // What the bench wrote into the twin is not seen at the counter.
+            histories_[record].last.assign(words.begin() + 3, words.begin() + 8);
         } else if (words[0] == "set") {
             ++saves_;
             History& history = histories_[record];
@@ -134,11 +126,16 @@ private:
                 fault("a text overwritten unseen", words[1] + " " + words[2] + ": " + words[5] +
                                                        " beside " + history.next[field][words[4]] +
                                                        ", both over " + words[4]);
-        } else if (words[0] == "stock" || words[0] == "see") {
+        } else {
+            sold_.insert({words[1], words[2], words[3]});
+        }
+    }
+
+    void read(const Words& words, const std::string& station)
+    {
+        if (words[0] == "stock" || words[0] == "see") {
             auto& list = words[0] == "stock" ? stocks_[words[1]] : seen_[words[1]];
             list.push_back({std::stoll(words[2]), std::stoll(words[3]), std::stoll(words[4])});
-        } else if (words[0] == "sold") {
-            sold_.insert({words[1], words[2], words[3]});
         } else if (words[0] == "left") {
             const std::string list = folderOf(station) / "MIRANDEL1.mdb";
             if (query(list, "SELECT count(*) FROM Pecas").front().front() != words[1])
@@ -146,37 +143,36 @@ private:
         } else if (words[0] == "box") {
             fault("an unexpected box", words[1]);
         }
-        refused_ += words[0] == "refused";
         asked_ += words[0] == "asked";
     }
 
-    void checkTexts(const std::string& kind, const std::string& sql)
+    void checkRecords()
     {
-        std::map<std::string, Words> stored;
-        for (const Words& row : query(sharedFile(), sql))
-            if (!stored.emplace(row[0], Words(row.begin() + 1, row.end())).second)
-                fault("a record stored twice", kind + " " + row[0]);
-        for (auto& [key, history] : histories_) {
-            if (key.first != kind)
-                continue;
-            const auto row = stored.find(key.second);
-            if ((row != stored.end()) == !history.last.empty()) {
+        Records stored = recordsOf(sharedFile());
+        for (const auto& [key, history] : histories_) {
+            const std::string name = key.first + " " + key.second;
+            const auto row = stored.find(key);
+            if (history.first.empty())
+                fault("a save in what nobody made", name);
+            else if ((row != stored.end()) == !history.last.empty())
                 fault(history.last.empty() ? "a record lost" : "a deleted record that is there",
-                      kind + " " + key.second);
-            } else {
-                checkChain(kind + " " + key.second, history,
-                           history.last.empty() ? row->second : history.last);
-            }
-            if (row != stored.end())
-                stored.erase(row);
+                      name);
+            else
+                checkChain(name, history, history.last.empty() ? row->second : history.last);
+            if (row == stored.end())
+                continue;
+            // Of each save of the bench both rows, or neither.
+            if (key.first == "order" && row->second[4] != row->second[5])
+                fault("half a save of the bench", name);
+            stored.erase(row);
         }
-        for (const auto& [name, values] : stored)
-            fault("a record that nobody stored", kind + " " + name);
+        for (const auto& [key, values] : stored)
+            fault("a record that nobody stored", key.first + " " + key.second);
     }
 
     void checkChain(const std::string& name, const History& history, const Words& end)
     {
-        for (std::size_t field = 0; field < history.next.size(); ++field) {
+        for (std::size_t field = 0; field < std::min(history.next.size(), end.size()); ++field) {
             std::string text = history.first[field];
             std::size_t steps = 0;
             for (auto step = history.next[field].find(text); step != history.next[field].end();
@@ -220,20 +216,6 @@ private:
     int saves_ = 0, deletions_ = 0, refused_ = 0, asked_ = 0;
 };
 
-pid_t start(Words arguments, const fs::path& log)
-{
-    const pid_t process = fork();
-    if (process != 0)
-        return process;
-    std::vector<char*> words;
-    for (std::string& argument : arguments)
-        words.push_back(argument.data());
-    words.push_back(nullptr);
-    dup2(open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
-    execv(words[0], words.data());
-    _exit(127);
-}
-
 bool endsWell(pid_t process)
 {
     int state = 0;
@@ -249,7 +231,7 @@ try {
     const std::string seconds = argc > 1 ? argv[1] : "20";
     const int count = argc > 2 ? std::stoi(argv[2]) : 3;
     const int seed = argc > 3 ? std::stoi(argv[3]) : 1;
-    const std::string driver = fs::path(argv[0]).parent_path() / "station_driver";
+    const std::string clerk = fs::path(argv[0]).parent_path() / "clerk";
     std::string pattern = fs::temp_directory_path() / "stations-XXXXXX";
     const fs::path root = mkdtemp(pattern.data());
     Shop shop(root);
@@ -258,21 +240,25 @@ try {
         names.emplace_back(1, static_cast<char>('a' + station));
     for (const std::string& name : names) {
         fs::create_directory(root / name);
-        if (!endsWell(start({driver, "init", root / name, shop.sharedFile()}, root / name / "log")))
+        if (!endsWell(start({clerk, "init", root / name, shop.sharedFile()}, root / name / "log")))
             throw std::runtime_error("no installation");
     }
     shop.prepare();
     std::map<std::string, pid_t> stations;
     for (int station = 1; station <= count; ++station)
-        stations[names[station]] = start({driver, names[station], root / names[station], seconds,
-                                          std::to_string(seed + station)},
+        stations[names[station]] = start({clerk, "station", root / names[station], names[station],
+                                          std::to_string(seed + station), seconds},
                                          root / names[station] / "log");
     for (const auto& [name, process] : stations)
         if (!endsWell(process))
             shop.fault("a station that did not end well", name);
     for (const auto& [name, process] : stations)
         shop.read(name);
-    shop.check();
+    try {
+        shop.check();
+    } catch (const Failure& failure) {
+        shop.fault(failure.what(), "the shared file");
+    }
     std::printf("%d stations, %s s: ", count, seconds.c_str());
     if (shop.report() != 0) {
         std::printf("kept in %s\n", root.c_str());
