@@ -5,7 +5,7 @@ using ChangesTest = DatabaseTest;
 TEST_F(ChangesTest, NewRowStaysPendingUntilUpdateOrCancel)
 {
     addSuppliers({u"m"_s, u"z"_s});
-    auto table = open(u"SELECT * FROM FORNECEDOR order by NOMEEMPRESA"_s);
+    auto table = open(suppliers_ + u" order by NOMEEMPRESA"_s);
     table->AddNew();
     EXPECT_TRUE(table->Fields(0).isNull());
     table->Fields(0) = u"a"_s;
@@ -30,22 +30,16 @@ TEST_F(ChangesTest, NewRowStaysPendingUntilUpdateOrCancel)
     EXPECT_TRUE(table->eof()) << "an addition stands at the end, whatever the order";
     table->MoveFirst();
     EXPECT_EQ(column(*table), (QStringList{u"m"_s, u"z"_s, u"a"_s}));
-    EXPECT_EQ(column(*open(u"SELECT * FROM FORNECEDOR order by NOMEEMPRESA"_s)),
-              (QStringList{u"a"_s, u"m"_s, u"z"_s}));
 }
 
 TEST_F(ChangesTest, NewRowInAnEmptyTableIsNeitherAtBofNorAtEof)
 {
-    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
+    auto table = open(suppliers_);
     EXPECT_TRUE(table->bof() && table->eof());
     table->AddNew();
     EXPECT_FALSE(table->bof() || table->eof());
     table->CancelUpdate();
     EXPECT_TRUE(table->bof() && table->eof());
-    table->AddNew();
-    table->Update();
-    EXPECT_EQ(stored(u"count(*), NOMEEMPRESA"_s), QStringList{u"1"_s});
-    EXPECT_TRUE(table->Fields(0).isNull());
 }
 
 TEST_F(ChangesTest, RefusedNullKeepsTheNewRowPending)
@@ -60,28 +54,17 @@ TEST_F(ChangesTest, RefusedNullKeepsTheNewRowPending)
     EXPECT_EQ(stored(u"CODIGO"_s, u"Pecas"_s), QStringList{u"0000001"_s});
 }
 
-TEST_F(ChangesTest, EditIsWrittenByUpdateOrByAMoveAndCancelled)
-{
-    addSuppliers({u"a"_s, u"b"_s});
-    auto table = open(u"SELECT * FROM FORNECEDOR"_s);
-    table->Fields(1) = u"x"_s;
-    table->CancelUpdate();
-    EXPECT_TRUE(table->Fields(1).isNull());
-    table->Fields(1) = u"y"_s;
-    table->MoveNext();
-    table->Fields(1) = u"z"_s;
-    table->Update();
-    table->Update(); // nothing pending: nothing happens
-    EXPECT_EQ(stored(u"NOMEFORNECEDOR"_s), (QStringList{u"y"_s, u"z"_s}));
-    table->MoveNext();
-    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::NoCurrentRecord);
-    EXPECT_EQ(errorOf([&] { table->Fields(0) = u"x"_s; }), RuntimeError::NoCurrentRecord);
-}
-
 TEST_F(ChangesTest, ReadOnlyAndClosedRecordsetsRefuse)
 {
     addSuppliers({u"a"_s});
-    auto table = open(u"SELECT * FROM FORNECEDOR"_s, CursorType::Static, LockType::ReadOnly);
+    auto table = open(suppliers_);
+    table->Fields(1) = u"x"_s;
+    table->MoveNext(); // writes it
+    EXPECT_EQ(stored(u"NOMEFORNECEDOR"_s), QStringList{u"x"_s});
+    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::NoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { table->Fields(0) = u"x"_s; }), RuntimeError::NoCurrentRecord);
+
+    table = open(suppliers_, CursorType::Static, LockType::ReadOnly);
     EXPECT_EQ(errorOf([&] { table->Fields(0) = u"x"_s; }), RuntimeError::NotSupported);
     EXPECT_EQ(errorOf([&] { table->AddNew(); }), RuntimeError::NotSupported);
     EXPECT_EQ(errorOf([&] { table->Delete(); }), RuntimeError::NotSupported);
@@ -90,8 +73,7 @@ TEST_F(ChangesTest, ReadOnlyAndClosedRecordsetsRefuse)
 
     const auto connection = connect(mainFile());
     const auto reopen = [&] {
-        table->Open(u"SELECT * FROM FORNECEDOR"_s, connection, CursorType::Static,
-                    LockType::Optimistic);
+        table->Open(suppliers_, connection, CursorType::Static, LockType::Optimistic);
     };
     EXPECT_EQ(errorOf(reopen), RuntimeError::ObjectOpen);
     table->Close();

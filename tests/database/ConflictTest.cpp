@@ -10,7 +10,7 @@ class ConflictTest : public DatabaseTest
 protected:
     ConflictTest() { addSuppliers({u"a"_s, u"b"_s, u"c"_s}); }
 
-    const QString suppliers_ = u"SELECT * FROM FORNECEDOR order by CODIGO"_s;
+    const QString byCode_ = suppliers_ + u" order by CODIGO"_s;
 
     static int updateMerged(Recordset& table)
     {
@@ -50,7 +50,7 @@ TEST_F(ConflictTest, WhatOnlyOneStationChangedIsKeptAndAClashIsRefused)
         SCOPED_TRACE(clash.label);
         mainSql(u"UPDATE FORNECEDOR SET NOMEEMPRESA='a', NOMEFORNECEDOR=NULL, SITE=NULL "
                 "WHERE CODIGO='1'"_s);
-        auto table = open(suppliers_);
+        auto table = open(byCode_);
         table->MoveNext();
         if (*clash.byOther)
             mainSql(u"UPDATE FORNECEDOR SET %1 WHERE CODIGO='1'"_s.arg(
@@ -89,16 +89,14 @@ TEST_F(ConflictTest, WhatOnlyOneStationChangedIsKeptAndAClashIsRefused)
 
 TEST_F(ConflictTest, UpdateAsksForTheRowAsItIsShown)
 {
-    auto table = open(suppliers_);
+    auto table = open(byCode_);
     mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='2'"_s);
     table->MoveNext();
     EXPECT_TRUE(table->Fields(2).isNull()) << "a static recordset shows the moment of its opening";
-    table->Fields(1) = u"x"_s;
-    EXPECT_EQ(errorOf([&] { table->Update(); }), RuntimeError::RowChanged);
+    EXPECT_EQ(errorOf([&] { set(*table, 1, u"x"_s); }), RuntimeError::RowChanged);
     EXPECT_TRUE(table->Fields(1).isNull() && table->Fields(2).isNull()) << "the edit is dropped";
     table->retakeVersion();
-    table->Fields(1) = u"over"_s;
-    table->Update();
+    set(*table, 1, u"over"_s);
     EXPECT_EQ(stored(u"ifnull(NOMEFORNECEDOR,'')||ifnull(SITE,'')"_s),
               (QStringList{u""_s, u"overbench"_s, u""_s}));
 
@@ -111,13 +109,12 @@ TEST_F(ConflictTest, UpdateAsksForTheRowAsItIsShown)
     table->MovePrevious();
     table->MoveNext();
     EXPECT_EQ(table->Fields(2).text(), u"bench"_s);
-    table->Fields(1) = u"x"_s;
-    table->Update();
+    set(*table, 1, u"x"_s);
 }
 
 TEST_F(ConflictTest, DeletionOfWhatNobodySawIsRefusedOnce)
 {
-    auto table = open(suppliers_);
+    auto table = open(byCode_);
     mainSql(u"UPDATE FORNECEDOR SET SITE='bench' WHERE CODIGO='1'"_s);
     // A merged save does not bring the other's text into view, so that it was not seen either.
     table->Fields(1) = u"x"_s;
@@ -137,10 +134,10 @@ TEST_F(ConflictTest, RowThatIsGoneStepsToItsNeighbour)
         SCOPED_TRACE(gone);
         mainSql(u"DELETE FROM FORNECEDOR"_s);
         addSuppliers({u"a"_s, u"b"_s, u"c"_s});
-        auto table = open(suppliers_);
-        auto edited = open(suppliers_);
-        auto moving = open(suppliers_, CursorType::Dynamic);
-        auto backward = open(suppliers_, CursorType::Dynamic);
+        auto table = open(byCode_);
+        auto edited = open(byCode_);
+        auto moving = open(byCode_, CursorType::Dynamic);
+        auto backward = open(byCode_, CursorType::Dynamic);
         const QString name = QString::fromLatin1(gone);
         for (Recordset* each : {table.get(), edited.get(), moving.get(), backward.get()})
             each->Find(u"NOMEEMPRESA LIKE '*%1*'"_s.arg(name));
@@ -168,7 +165,7 @@ TEST_F(ConflictTest, RowThatIsGoneStepsToItsNeighbour)
         }
     }
     // The last of all, and a number that is given out to no other row.
-    auto last = open(suppliers_);
+    auto last = open(byCode_);
     mainSql(u"DELETE FROM FORNECEDOR"_s);
     mainSql(u"INSERT INTO FORNECEDOR(NOMEEMPRESA) VALUES('b')"_s);
     EXPECT_EQ(errorOf([&] { last->Delete(), last->Delete(); }), RuntimeError::RowChanged);
@@ -180,12 +177,11 @@ TEST_F(ConflictTest, RowThatIsGoneStepsToItsNeighbour)
 
 TEST_F(ConflictTest, RowsHandedOutStayAsTheyWere)
 {
-    auto table = open(suppliers_);
+    auto table = open(byCode_);
     table->MoveNext();
     table->Delete();
     table->MoveLast();
-    table->Fields(0) = u"x"_s;
-    table->Update();
+    set(*table, 0, u"x"_s);
     const std::shared_ptr<const RowsView> rows = table->rowsNow();
     table->Delete();
     table->Close();

@@ -6,7 +6,33 @@
 
 #include <QWidget>
 
+#include <sqlite3.h>
+
 #include <memory>
+
+// Another program on a file, which it locks at once.
+class OtherStation
+{
+public:
+    explicit OtherStation(const QString& file, const char* begin = "BEGIN EXCLUSIVE")
+    {
+        sqlite3_open(file.toUtf8().constData(), &handle_);
+        code_ = tell(begin);
+    }
+    ~OtherStation() { sqlite3_close(handle_); }
+    OtherStation(const OtherStation&) = delete;
+    OtherStation& operator=(const OtherStation&) = delete;
+
+    bool hasLock() const { return code_ == SQLITE_OK; }
+    int tell(const char* statement)
+    {
+        return sqlite3_exec(handle_, statement, nullptr, nullptr, nullptr);
+    }
+
+private:
+    sqlite3* handle_ = nullptr;
+    int code_ = 0;
+};
 
 // A fresh installation, recordsets on it, and statements of other stations beside them.
 class DatabaseTest : public FormTest
@@ -56,6 +82,20 @@ protected:
     {
         return sql(mainFile(), u"SELECT %1 FROM %2 ORDER BY rowid"_s.arg(expression, table));
     }
+
+    QStringList names() const { return stored(u"NOMEEMPRESA"_s); }
+    static void add(Recordset& table, const QString& text)
+    {
+        table.AddNew();
+        set(table, 0, text);
+    }
+    static void set(Recordset& table, int field, const Value& value)
+    {
+        table.Fields(field) = value;
+        table.Update();
+    }
+
+    const QString suppliers_ = u"SELECT * FROM FORNECEDOR"_s;
 
     // As a button would: one outermost event.
     void event(const std::function<void()>& handler) { gate::run(form_, OnError::Silent, handler); }

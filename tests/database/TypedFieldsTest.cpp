@@ -63,8 +63,7 @@ TEST_F(TypedFieldsTest, YesNoTakesNumbersWordsAndStrayTexts)
     };
     for (const auto& [assigned, read] : rows) {
         auto table = open(u"SELECT * FROM VALIDAR"_s);
-        table->Fields(2) = assigned;
-        table->Update();
+        set(*table, 2, assigned);
         EXPECT_EQ(open(u"SELECT * FROM VALIDAR"_s)->Fields(2).value(), read)
             << assigned.textOrEmpty().toStdString();
     }

@@ -6,6 +6,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -53,8 +54,8 @@ struct Layer
 {
     sqlite3_vfs* base = nullptr;
     sqlite3_vfs own{};
-    const sqlite3_io_methods* baseMethods = nullptr;
-    // For each table of the layer below, whose journals know no locks.
+    const sqlite3_io_methods* baseMethods = nullptr; // alike in each, but for the locks
+    // For each table of the layer below: files that only one handle uses have one without locks.
     std::map<const sqlite3_io_methods*, sqlite3_io_methods> ownMethods;
     filelayer::Status* status = nullptr; // null where nothing is to be cut off
     filelayer::Plan plan;
@@ -173,7 +174,10 @@ int doLock(sqlite3_file* file, int level)
 {
     if (isRefused(filelayer::Refused::Locks, mediumOf(file)))
         return SQLITE_BUSY;
-    return layer.baseMethods->xLock(file, level);
+    const auto own =
+        std::find_if(layer.ownMethods.begin(), layer.ownMethods.end(),
+                     [&](const auto& methods) { return &methods.second == file->pMethods; });
+    return own->first->xLock(file, level);
 }
 
 int doTruncate(sqlite3_file* file, sqlite3_int64 size)
