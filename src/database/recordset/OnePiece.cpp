@@ -1,6 +1,7 @@
 #include "OnePiece.h"
 
 #include "EventTransactions.h"
+#include "Faults.h"
 
 #include <algorithm>
 
@@ -23,6 +24,7 @@ std::vector<std::shared_ptr<Database>> databasesOf(Files files)
 
 void inOnePiece(Files files, const std::function<void()>& work)
 {
+    faults::point(faults::Call::Recordset); // the last moment at which another station comes first
     EventTransactions::instance().runPiece(databasesOf(files), work);
 }
 
