@@ -7,7 +7,6 @@
 
 #include <QElapsedTimer>
 
-#include <array>
 #include <stdexcept>
 
 namespace {
@@ -215,11 +214,8 @@ TEST_F(PieceTest, PiecesOfOneEventWaitForBusyFilesOnce)
 {
     constexpr int Limit = 300;
     Patience::setLimitForTests(Limit);
-    std::array<sqlite3*, 2> others{};
-    for (std::size_t i = 0; i < others.size(); ++i) {
-        ASSERT_EQ(sqlite3_open((i ? mainFile() : listFile()).toUtf8(), &others[i]), SQLITE_OK);
-        sqlite3_exec(others[i], "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
-    }
+    const OtherStation list(listFile(), "BEGIN IMMEDIATE");
+    const OtherStation shared(mainFile(), "BEGIN IMMEDIATE");
     QElapsedTimer clock;
     clock.start();
     event([this] {
@@ -228,6 +224,4 @@ TEST_F(PieceTest, PiecesOfOneEventWaitForBusyFilesOnce)
     });
     EXPECT_GE(clock.elapsed(), Limit);
     EXPECT_LT(clock.elapsed(), 2 * Limit);
-    for (sqlite3* other : others)
-        sqlite3_close(other);
 }
