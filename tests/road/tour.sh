@@ -152,12 +152,17 @@ found='^Peças aplicadas e serviço executado - '
 arrive "$main"
 press_main Command1_12
 arrive "$bench"
+take bench-empty "$bench"
 text 0000003
 arrive "$found"
 key Tab space
 take bench-found "$found"
 key alt+e
 take bench-editing "$found"
+times 5 Tab
+text cap
+key Down
+take bench-picked "$found"
 key alt+c alt+f
 leave "$found"
 
@@ -171,19 +176,28 @@ arrive "$main"
 key F5
 arrive "$orders"
 take orders "$orders"
-key alt+f
+key alt+e
+take orders-editing "$orders"
+key alt+c alt+f
 leave "$orders"
 arrive "$main"
 key F6
 arrive "$onsite"
 take onsite "$onsite"
-key alt+f
+key alt+e
+take onsite-editing "$onsite"
+key alt+c
+key alt+c alt+c
+take onsite-copy "$onsite"
+key alt+c alt+f
 leave "$onsite"
 arrive "$main"
 key F3
 arrive "$firms"
 take firm "$firms"
-key alt+p
+key alt+e
+take firm-editing "$firms"
+key alt+c alt+p
 arrive "$firm_search"
 text el
 arrive "$firm_search - "
@@ -194,7 +208,9 @@ arrive "$main"
 press_main Command1_14
 arrive "$defects"
 take defects "$defects"
-key alt+f
+key alt+e
+take defects-editing "$defects"
+key alt+c alt+f
 leave "$defects"
 
 # --- settings
@@ -204,12 +220,31 @@ key F9
 arrive "$settings"
 key alt+c
 take settings-company "$settings"
+key alt+c alt+t
+take settings-sheet "$settings"
 key alt+c alt+l space
 take settings-place "$settings"
-key alt+c alt+a
+key alt+c alt+l alt+l space
+take settings-backup "$settings"
+key alt+c alt+a Down
 take settings-users "$settings"
+key alt+c alt+n space
+take settings-new-user "$settings"
 key alt+c alt+f
 leave "$settings"
+
+# --- the safety copy, the way back, and about
+arrive "$main"
+key F7
+box backup-question '^Efetua Backup$' alt+n
+arrive "$main"
+key F8
+box restore-question '^Efetuar restauração' alt+n
+arrive "$main"
+key alt+s s s Up Right s
+take about '^About Vorbelo$'
+key Return
+leave '^About Vorbelo$'
 
 # --- the way out
 arrive "$main"
