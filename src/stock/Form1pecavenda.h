@@ -114,6 +114,9 @@ private:
         std::vector<QString> descriptions;
         std::string folded;            // all of them, joined
         std::vector<std::size_t> ends; // of each in the joined text
+        // A place each for the sequences of eight bytes in the joined text: a description with a
+        // sequence that has none is in no order, and most parts of a catalogue are in none.
+        std::vector<bool> sequences;
     };
     std::optional<OrderTexts> orders_;
     // Descriptions passed since DescricaoPedido was last brought up to date.

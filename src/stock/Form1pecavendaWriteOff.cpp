@@ -14,6 +14,10 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <string_view>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace Funciones;
@@ -25,6 +29,22 @@ namespace {
 bool canBeLookedUp(const QString& description)
 {
     return !Trim(description).isEmpty() && !description.contains(u'\'');
+}
+
+constexpr std::size_t SequenceLength = sizeof(std::uint64_t);
+constexpr int SequenceBits = 21;
+
+// Each sequence's place, until the visitor has seen enough; whether it saw them all.
+bool eachSequence(std::string_view text, const std::function<bool(std::size_t place)>& visit)
+{
+    for (std::size_t at = 0; at + SequenceLength <= text.size(); ++at) {
+        std::uint64_t sequence;
+        std::memcpy(&sequence, text.data() + at, SequenceLength);
+        // Multiplicative hashing by the golden ratio.
+        if (!visit((sequence * 0x9E3779B97F4A7C15u) >> (64 - SequenceBits)))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -217,6 +237,8 @@ std::optional<QString> Form1pecavenda::firstOrderLike(const QString& description
     if (!canBeLookedUp(description))
         return std::nullopt;
     const std::string text = folded(Trim(description)).toStdString();
+    if (!eachSequence(text, [this](std::size_t place) { return orders_->sequences[place]; }))
+        return std::nullopt;
     const std::size_t place = findBytes(orders_->folded, text, 0);
     if (place == std::string::npos)
         return std::nullopt;
@@ -239,5 +261,8 @@ void Form1pecavenda::readOrders()
         orders.folded += folded(orders.descriptions.back()).toStdString() + Divider;
         orders.ends.push_back(orders.folded.size());
     }
+    orders.sequences.resize(std::size_t(1) << SequenceBits);
+    eachSequence(orders.folded,
+                 [&orders](std::size_t place) { return orders.sequences[place] = true; });
     orders_ = std::move(orders);
 }
