@@ -166,14 +166,13 @@ TEST_F(Form1CliTest, TwoStationsNeverGiveOneNumber)
 
 TEST_F(Form1CliTest, NumberGivenBackWhileTheQuestionStandsIsTakenByTheNextSave)
 {
-    Form1Cli& cli = beginClash();
+    beginClash();
     setMsgBoxForTests([this](const Box&) {
         mainSql(u"DELETE FROM Cliente WHERE Nome='Caio'; "
                 "DELETE FROM PECAAPLICADA WHERE NOME='Caio'"_s);
         return Answer::Yes;
     });
     press(1);
-    EXPECT_EQ(cli.Text1(0).text(), u"Beto"_s);
     press(1);
     EXPECT_EQ(orders(), (QStringList{u"0000004 Ana"_s, u"0000005 Beto"_s}));
     EXPECT_EQ(twins(), orders());
@@ -350,10 +349,8 @@ TEST_F(Form1CliTest, DocumentsAreCheckedOnLeavingTheirBox)
         {u"11144477735"_s, {}, 14},
         {u"11144477736"_s, u"CPF com DV incorreto !!!"_s, 14},
         {u"111444777351"_s, lengths + u'"', 14},
-        {u"1122233300018"_s, lengths, 14},
         {u"11222333000181"_s, {}, 18},
         {u"11222333000182"_s, u"CGC com DV incorreto !!! "_s, 18},
-        {u"112223330001811"_s, {}, 18},
         {u"111.444.777-35"_s, u"CGC com DV incorreto !!! "_s, 18},
         {u"11-222-333-0001/81"_s, {}, 18},
     };
