@@ -209,7 +209,7 @@ expect 'the caption tells of each step' "$(seen | grep -vxF "$told")" ''
 expect 'from the first to the last' "$(seen | uniq | sed -n '1p;$p')" "$(sed -n '1p;$p' <<<"$told")"
 expect 'the copy is whole' "$(sqlite3 "$work/stick/Copia.seguranca" 'PRAGMA integrity_check')" ok
 expect_rows 'and holds the order' "$work/stick/Copia.seguranca" "$numbers" '0000001 Maria Souza'
-expect 'nothing is left beside the main file' "$(ls "$folder" | grep -c temp)" 0
+expect 'nothing is left beside the main file' "$(compgen -G "$folder/temp*")" ''
 
 # --- the place typed in
 mkdir "$work/stick/copias"
