@@ -1,6 +1,6 @@
 #include "Require.h"
 
-#include "Dates.h"
+#include "Format.h"
 #include "Numbers.h"
 #include "RuntimeError.h"
 
@@ -15,46 +15,33 @@ std::optional<double> numberBy(double (*convert)(const QString&), const QString&
     try {
         return convert(text);
     } catch (const RuntimeError& error) {
-        if (error.number() == RuntimeError::Overflow)
-            return HUGE_VAL;
-        require(error.number() == RuntimeError::TypeMismatch, "conversion fails with 6 or 13");
-        return std::nullopt;
+        require(error.number() == RuntimeError::Overflow ||
+                    error.number() == RuntimeError::TypeMismatch,
+                "conversion fails with 6 or 13");
+        return error.number() == RuntimeError::Overflow ? std::optional(HUGE_VAL) : std::nullopt;
     }
 }
 
-void checkRoundTrip(double number)
+void checkTexts(double number)
 {
-    QString text = toText(number);
-    const double again = toNumber(text);
+    const double again = toNumber(toText(number));
     require(std::fabs(again - number) <= std::fabs(number) * 1e-14, "the text keeps the number");
-    require(toText(again) == text, "the text of the read text is the same");
-    const auto single = static_cast<float>(number);
-    if (std::isnormal(single) && std::fabs(single) < 1e38F)
-        require(std::fabs(toNumber(toText(single)) - static_cast<double>(single)) <=
-                    std::fabs(static_cast<double>(single)) * 1e-6,
-                "single precision keeps its seven digits");
-    require(Val(text.replace(u',', u'.')) == again, "both readings agree but for the comma");
+    require(Val(toText(number).replace(u',', u'.')) == again, "both readings agree");
+    const Value::Money money{static_cast<qint64>(std::fmod(number, 1e14) * 1e4)};
+    for (const QString& price : {formats::Money, formats::Total})
+        require(Format(money, price) == Format(Value(money).text(), price),
+                "prices show as the same numbers do");
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    const FuzzInput input(data, size);
-    const QString& text = input.whole;
-
+    const QString text = FuzzInput(data, size).whole;
     const auto number = numberBy(toNumber, text);
     require(isNumeric(text) == number.has_value(), "numeric is what converts");
-    require(numberBy(toNumber, u' ' + text + u' ') == number, "blanks around do not count");
     if (number && (*number == 0 || (std::fabs(*number) > 1e-300 && std::fabs(*number) < 1e308)))
-        checkRoundTrip(*number);
-
-    const auto head = numberBy(Val, text);
-    require(head.has_value(), "every text can be read");
-    require(numberBy(Val, text + u'z') == head, "what follows the head does not count");
-    require(numberBy(Val, u' ' + text) == head, "blanks do not count");
-
-    if (const auto date = dateFromText(text))
-        require(dateFromText(dateText(*date)) == date, "a date reads back");
+        checkTexts(*number);
+    require(numberBy(Val, text + u'z') == numberBy(Val, text), "only the head is read");
     return 0;
 }

@@ -10,8 +10,7 @@ TEST(Like, CaseAndSetsFollowTheirRules)
     struct Row
     {
         const char* rule;
-        QString pattern;
-        QString text;
+        QString pattern, text;
         bool matches;
     };
     const std::vector<Row> rows{

@@ -4,84 +4,40 @@
 #include "Numbers.h"
 #include "RuntimeError.h"
 
+#include <QList>
+
 #include <cmath>
-#include <vector>
 
 // The toolkit's locale shows numbers, and knows neither sections nor placeholders.
 
 namespace {
 
-struct Token
-{
-    enum Kind
-    {
-        Zero,
-        Hash,
-        Point,
-        Literal
-    } kind;
-    QChar character;
-};
-
 // One section of a format, read.
 struct Section
 {
-    std::vector<Token> tokens;
+    explicit Section(QStringView text) : characters(text)
+    {
+        bool isPastPoint = false;
+        bool hasPendingComma = false;
+        for (const QChar character : text) {
+            if (character == u'.') {
+                isPastPoint = true;
+            } else if (character == u',') {
+                hasPendingComma |= wholePlaces > 0 && !isPastPoint;
+            } else if (isPlace(character)) {
+                ++(isPastPoint ? fractionPlaces : wholePlaces);
+                isGrouped |= hasPendingComma && !isPastPoint;
+            }
+        }
+    }
+
+    static bool isPlace(QChar character) { return character == u'0' || character == u'#'; }
+
+    QStringView characters;
     int wholePlaces = 0;
     int fractionPlaces = 0;
-    bool hasPoint = false;
     bool isGrouped = false;
 };
-
-// Splits at each ";" that is neither quoted nor escaped.
-std::vector<QStringView> splitSections(QStringView format)
-{
-    std::vector<QStringView> sections;
-    qsizetype start = 0;
-    bool isQuoted = false;
-    for (qsizetype i = 0; i < format.size(); ++i) {
-        if (format[i] == u'"') {
-            isQuoted = !isQuoted;
-        } else if (!isQuoted && format[i] == u'\\') {
-            ++i;
-        } else if (!isQuoted && format[i] == u';') {
-            sections.push_back(format.mid(start, i - start));
-            start = i + 1;
-        }
-    }
-    sections.push_back(format.mid(start));
-    return sections;
-}
-
-Section readSection(QStringView format)
-{
-    Section section;
-    bool isQuoted = false;
-    bool hasPendingComma = false;
-    for (qsizetype i = 0; i < format.size(); ++i) {
-        const QChar character = format[i];
-        if (character == u'"') {
-            isQuoted = !isQuoted;
-        } else if (isQuoted) { // NOLINT(bugprone-branch-clone): the order of the tests decides
-            section.tokens.push_back({Token::Literal, character});
-        } else if (character == u'\\') {
-            if (++i < format.size())
-                section.tokens.push_back({Token::Literal, format[i]});
-        } else if (character == u'0' || character == u'#') {
-            section.tokens.push_back({character == u'0' ? Token::Zero : Token::Hash, character});
-            ++(section.hasPoint ? section.fractionPlaces : section.wholePlaces);
-            section.isGrouped |= hasPendingComma && !section.hasPoint;
-        } else if (character == u'.' && !section.hasPoint) {
-            section.tokens.push_back({Token::Point, character});
-            section.hasPoint = true;
-        } else if (character == u',') {
-            hasPendingComma |= section.wholePlaces > 0 && !section.hasPoint;
-        } else {
-            section.tokens.push_back({Token::Literal, character});
-        }
-    }
-    return section;
-}
 
 // Fills the places of a section, one after the other.
 class Filler
@@ -95,15 +51,13 @@ public:
 
     QString filled()
     {
-        for (const Token& token : section_.tokens) {
-            if (token.kind == Token::Literal)
-                result_ += token.character;
-            else if (token.kind == Token::Point)
+        for (const QChar character : section_.characters) {
+            if (character == u'.')
                 decimalPlace();
-            else if (pastPoint_)
-                fractionPlace(token.kind);
-            else
-                wholePlace(token.kind);
+            else if (Section::isPlace(character))
+                pastPoint_ ? fractionPlace(character) : wholePlace(character);
+            else if (character != u',')
+                result_ += character;
         }
         return result_;
     }
@@ -131,7 +85,7 @@ private:
             wholeDigit(whole_[nextWhole_], whole_.size() - nextWhole_ - 1);
     }
 
-    void wholePlace(Token::Kind kind)
+    void wholePlace(QChar place)
     {
         sign();
         surplus();
@@ -139,9 +93,9 @@ private:
         --placesLeft_;
         if (hasDigit)
             wholeDigit(whole_[nextWhole_++], placesLeft_);
-        else if (kind == Token::Zero || hasZeros_)
+        else if (place == u'0' || hasZeros_)
             wholeDigit('0', placesLeft_);
-        hasZeros_ |= kind == Token::Zero;
+        hasZeros_ |= place == u'0';
     }
 
     void decimalPlace()
@@ -152,11 +106,11 @@ private:
         pastPoint_ = true;
     }
 
-    void fractionPlace(Token::Kind kind)
+    void fractionPlace(QChar place)
     {
         if (nextFraction_ < fraction_.size())
             result_ += QLatin1Char(fraction_[nextFraction_]);
-        else if (kind == Token::Zero)
+        else if (place == u'0')
             result_ += u'0';
         ++nextFraction_;
     }
@@ -177,12 +131,11 @@ QString formatted(const Decimal& number, const QString& format)
 {
     if (format.isEmpty())
         return number.plainText();
-    const std::vector<QStringView> sections = splitSections(format);
+    const QList<QStringView> sections = QStringView(format).split(u';');
     // The section is chosen before rounding.
-    const std::size_t wanted = number.isNegative ? 1 : number.isZero() ? 2 : 0;
-    const std::size_t chosen = wanted < sections.size() && !sections[wanted].isEmpty() ? wanted : 0;
-    const Section section = readSection(sections[chosen]);
-    const bool showsSign = number.isNegative && chosen == 0;
+    const bool isOfItsOwn = number.isNegative && sections.size() > 1;
+    const Section section(sections[isOfItsOwn ? 1 : 0]);
+    const bool showsSign = number.isNegative && !isOfItsOwn;
     return Filler(section, number.rounded(section.fractionPlaces), showsSign).filled();
 }
 

@@ -4,9 +4,10 @@
 
 #include <QString>
 
-// The classic number format (published language reference, page "Format function"): up to four
-// sections, "0" and "#" placeholders, "," between placeholders groups by three, literals in between
-// are printed as they stand. The format is written in US form; values given as text are read, and
+// The classic number format (published language reference, page "Format function"), as far as this
+// program's formats go: a second section for numbers below zero, "0" and "#" placeholders, ","
+// between placeholders groups by three, all else is printed as it stands. The format is written in
+// US form; values given as text are read, and
 // results written, by the regional settings of Brazil. Text that is no number comes back unchanged;
 // Null gives the empty text. Rounds half away from zero on the decimal text.
 QString Format(const QString& value, const QString& format);
