@@ -1,4 +1,5 @@
 #include "FormTest.h"
+#include "SampleWindow.h"
 
 #include <QApplication>
 #include <QFile>
@@ -9,23 +10,14 @@
 #include <QScrollBar>
 #include <QStandardPaths>
 #include <QTableView>
-#include <QVBoxLayout>
 
 namespace {
 
 std::unique_ptr<QWidget> makeBoxes()
 {
-    auto window = std::make_unique<QWidget>();
-    auto* layout = new QVBoxLayout(window.get());
-    for (const QString& name : {u"Text1"_s, u"Text2"_s}) {
-        auto* box = new QLineEdit;
-        box->setObjectName(name);
-        layout->addWidget(box);
-    }
-    auto* grid = new QTableView;
-    grid->setObjectName(u"MSFlexGrid1"_s);
-    grid->setProperty("cols", 3);
-    layout->insertWidget(1, grid);
+    auto window = windowOf({{u"Text1"_s, new QLineEdit},
+                            {u"MSFlexGrid1"_s, with("cols", 3, new QTableView)},
+                            {u"Text2"_s, new QLineEdit}});
     window->setMinimumSize(400, 300);
     window->resize(420, 360);
     return window;
@@ -43,9 +35,8 @@ public:
 protected:
     void Form_Load() override
     {
-        MSFlexGrid1.setColWidth(0, 1500);
-        MSFlexGrid1.setColWidth(1, 750);
-        MSFlexGrid1.setColWidth(2, 750);
+        for (const int column : {0, 1, 2})
+            MSFlexGrid1.setColWidth(column, column == 0 ? 1500 : 750);
     }
 };
 
@@ -65,6 +56,11 @@ protected:
     {
         return *qobject_cast<QTableView*>(boxes().MSFlexGrid1.widget())->horizontalHeader();
     }
+    static void resize(int width, int height)
+    {
+        window().resize(width, height);
+        QCoreApplication::processEvents();
+    }
     static void closeAndShow()
     {
         boxes().unload();
@@ -77,19 +73,16 @@ protected:
 
 TEST_F(WindowPlace, BelowTheSizeDrawnItScrollsToWhatHasTheFocus)
 {
-    EXPECT_EQ(window().size(), QSize(420, 360));
     const QScrollBar& bar = *window().findChild<QScrollArea*>()->verticalScrollBar();
     EXPECT_EQ(bar.maximum(), 0);
-    window().resize(250, 150);
-    QCoreApplication::processEvents();
-    const auto inView = [](const TextBox& box) {
+    resize(250, 150);
+    const auto isInView = [](const TextBox& box) {
         return box.widget()->visibleRegion().boundingRect().height() == box.widget()->height();
     };
-    for (const auto& [box, other] :
-         {std::pair(&boxes().Text2, &boxes().Text1), std::pair(&boxes().Text1, &boxes().Text2)}) {
-        enter(*box);
-        EXPECT_TRUE(inView(*box)) << box->name().toStdString();
-        EXPECT_FALSE(inView(*other)) << other->name().toStdString();
+    for (const bool second : {true, false}) {
+        enter(second ? boxes().Text2 : boxes().Text1);
+        EXPECT_EQ(isInView(boxes().Text2), second);
+        EXPECT_EQ(isInView(boxes().Text1), !second);
     }
     EXPECT_GT(bar.maximum(), 0);
 }
@@ -97,13 +90,11 @@ TEST_F(WindowPlace, BelowTheSizeDrawnItScrollsToWhatHasTheFocus)
 TEST_F(WindowPlace, AboveItTheWidestColumnTakesTheRoom)
 {
     const int narrow = header().sectionSize(1);
-    window().resize(700, 400);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(header().length(), header().viewport()->width());
-    EXPECT_EQ(header().sectionSize(1), narrow);
-    window().resize(420, 400);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(header().length(), header().viewport()->width());
+    for (const int width : {700, 420}) {
+        resize(width, 400);
+        EXPECT_EQ(header().length(), header().viewport()->width());
+        EXPECT_EQ(header().sectionSize(1), narrow);
+    }
 }
 
 TEST_F(WindowPlace, SizeAndColumnsComeBackAndAlwaysOnAScreen)
@@ -122,9 +113,7 @@ TEST_F(WindowPlace, SizeAndColumnsComeBackAndAlwaysOnAScreen)
     window().resize(3000, 2000);
     window().move(-2500, 5000);
     closeAndShow();
-    EXPECT_TRUE(screen.contains(window().geometry()))
-        << window().x() << ' ' << window().y() << ' ' << window().width() << ' '
-        << window().height();
+    EXPECT_TRUE(screen.contains(window().geometry()));
 
     boxes().unload();
     const QString folder =
