@@ -1,5 +1,5 @@
 #include "FormTest.h"
-#include "SampleWindow.h"
+#include "PlatformTest.h"
 
 #include "Dates.h"
 #include "GridRows.h"
@@ -16,7 +16,6 @@
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
-#include <QWheelEvent>
 #include <QWindow>
 
 namespace {
@@ -482,9 +481,7 @@ TEST_F(ControlsTest, ARowIsLitOnceSomeoneChoseIt)
         return rows.isEmpty() ? 0 : rows.front().row() + 1;
     };
     const auto scrolled = [&] {
-        QWheelEvent wheel(QPointF(4, 4), {}, QPoint(), {0, -120}, Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(view->viewport(), &wheel);
+        wheel(*view->viewport());
         return view->verticalScrollBar()->value() > 0;
     };
     grid.showRows(std::make_shared<Numbers>(100));

@@ -1,5 +1,5 @@
 #include "FormTest.h"
-#include "SampleWindow.h"
+#include "PlatformTest.h"
 
 #include "HostPaths.h"
 
@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QTest>
-#include <QWheelEvent>
 
 #include <ctime>
 
@@ -62,12 +61,6 @@ protected:
     static ListForm& lists() { return form<ListForm>(); }
     static ComboBox& combo() { return lists().combo(); }
     static QComboBox& stock() { return *qobject_cast<QComboBox*>(combo().widget()); }
-    static void wheel(QWidget& over)
-    {
-        QWheelEvent event(QPointF(4, 4), over.mapToGlobal(QPointF(4, 4)), QPoint(), {0, -120},
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&over, &event);
-    }
 };
 
 TEST_F(DropDownTest, ATextThatIsSetOrTypedLeavesNoEntryChosen)

@@ -2,7 +2,7 @@
 
 #include "Controls.h"
 #include "FormTest.h"
-#include "SampleWindow.h"
+#include "PlatformTest.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -5,6 +5,7 @@
 #include "FormTest.h"
 #include "FullDisk.h"
 #include "PageDevice.h"
+#include "PlatformTest.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -22,7 +23,7 @@
 
 namespace {
 
-class PrintingTest : public testing::Test
+class PrintingTest : public NewUserTest
 {
 protected:
     PrintingTest()
@@ -30,13 +31,11 @@ protected:
         printer_.reset();
         printer_.setDevice(recorder_);
         CommonDialog::setShowPrinterForTests({});
-        qputenv("HOME", QFile::encodeName(directory_.path()));
     }
     ~PrintingTest() override
     {
         faults::setObserver({});
         printer_.reset();
-        qputenv("HOME", home_);
     }
 
     QStringList printed()
@@ -78,8 +77,6 @@ protected:
 
     Printer& printer_ = Printer::instance();
     std::shared_ptr<RecordingDevice> recorder_ = std::make_shared<RecordingDevice>();
-    QTemporaryDir directory_;
-    const QByteArray home_ = qgetenv("HOME");
 };
 
 QString outputOf(const QString& program, const QStringList& arguments)
@@ -95,9 +92,8 @@ bool hasInk(const QDialog& window, const QRect& place)
 {
     const QImage image = window.findChild<QGraphicsView*>()->grab(place).toImage();
     int ink = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            ink += qGray(image.pixel(x, y)) < 100;
+    for (int dot = 0; dot < image.width() * image.height(); ++dot)
+        ink += qGray(image.pixel(dot % image.width(), dot / image.width())) < 100;
     return ink > 20 && ink < image.width() * image.height() / 2;
 }
 
@@ -105,53 +101,21 @@ const std::vector<Page> Sheet{{{0, 0, 8, false, u"x"_s}}};
 
 } // namespace
 
-TEST_F(PrintingTest, LinesFollowEachOtherByTheHeightOfTheirFont)
+// The pages in tests/pages hold what lies within a line.
+TEST_F(PrintingTest, TabBeyondThePositionGoesToItsColumnOfTheNextLine)
 {
-    printer_.print(u"topo"_s);
-    printer_.setFontSize(12);
-    printer_.atX(100).print(u"Título"_s);
-    printer_.print();
-    printer_.setFontSize(10);
-    printer_.at(8500, 1900).print(u"direita"_s);
-    printer_.print(u"esquerda"_s);
-    printer_.setFontSize(24);
-    printer_.setFontBold(true);
-    printer_.atY(4100).print(u"grande"_s);
-    printer_.setFontSize(8);
-    printer_.print(u"fim"_s);
-    EXPECT_EQ(printed(), (QStringList{u"0,0 8 topo"_s, u"100,184 12 Título"_s,
-                                      u"8500,1900 10 direita"_s, u"0,2130 10 esquerda"_s,
-                                      u"0,4100 24 bold grande"_s, u"0,4652 8 bold fim"_s}));
-    printer_.print(u"outro"_s);
-    EXPECT_EQ(printed(), QStringList{u"0,0 8 bold outro"_s}) << "the font stays over EndDoc";
-}
-
-TEST_F(PrintingTest, TabGoesToItsColumnOfThisLineOrTheNext)
-{
-    const struct
-    {
-        int from;
-        std::initializer_list<Printer::Item> items;
-        QString lines;
-    } rows[]{
-        {100, {Tab{5}, u"a"_s, Tab{18}, u"b"_s}, u"282,0 8 a|1200,0 8 b"_s},
-        {0, {Tab{5}, u""_s, Tab{18}, u"b"_s}, u"1200,0 8 b"_s}, // an empty cell leaves nothing
-        // Beyond the position, or CurrentX: the next line. A column just reached is not beyond.
-        {0,
-         {u"Muito longo"_s, Tab{3}, u"b"_s, Tab{9}, u"c"_s},
-         u"0,0 8 Muito longo|141,184 8 b|564,184 8 c"_s},
-        {2000, {Tab{5}, u"a"_s}, u"282,184 8 a"_s},
-        {0, {Tab{5}, u""_s, Tab{5}, u"a"_s}, u"282,0 8 a"_s},
-        // Below 1 is 1; beyond the line's columns the rest, of which none is 1.
-        {0, {Tab{-3}, u"a"_s}, u"0,0 8 a"_s},
-        {0, {Tab{164}, u"a"_s}, u"282,0 8 a"_s},
-        {0, {Tab{318}, u"a"_s}, u"0,0 8 a"_s},
-        {100, {u"--"_s, u"x"_s}, u"100,0 8 --|207,0 8 x"_s}, // runs join
+    using Items = std::initializer_list<Printer::Item>;
+    const auto line = [this](int from, Items items) {
+        printer_.atX(from).print(items);
+        return printed().join(u'|');
     };
-    for (const auto& row : rows) {
-        printer_.atX(row.from).print(row.items);
-        EXPECT_EQ(printed().join(u'|'), row.lines);
-    }
+    EXPECT_EQ(line(0, {u"Muito longo"_s, Tab{3}, u"b"_s, Tab{9}, u"c"_s}),
+              u"0,0 8 Muito longo|141,184 8 b|564,184 8 c"_s);
+    EXPECT_EQ(line(2000, {Tab{5}, u"a"_s}), u"282,184 8 a"_s);
+    EXPECT_EQ(line(0, {Tab{5}, u""_s, Tab{5}, u"a"_s}), u"282,0 8 a"_s) << "just reached";
+    EXPECT_EQ(line(0, {Tab{-3}, u"a"_s}), u"0,0 8 a"_s);
+    EXPECT_EQ(line(0, {Tab{164}, u"a"_s}), u"282,0 8 a"_s) << "the rest of the line's columns";
+    EXPECT_EQ(line(0, {Tab{318}, u"a"_s}), u"0,0 8 a"_s);
 }
 
 TEST_F(PrintingTest, ALineThatDoesNotFitOpensThePage)
@@ -159,22 +123,18 @@ TEST_F(PrintingTest, ALineThatDoesNotFitOpensThePage)
     printer_.setFontSize(10);
     printer_.at(100, Printer::Height - 230).print(u"última"_s);
     printer_.atX(100).print({Tab{5}, u"primeira"_s, Tab{2}, u"segunda"_s});
-    printer_.at(50, 99999).print(u"outra página"_s);
+    printer_.at(50, 99999).print(u"de várias\r\nlinhas\ta\r\n"_s);
+    printer_.print(u"fim"_s);
     EXPECT_EQ(printed(),
               (QStringList{u"100,16124 10 última"_s, u"--- page"_s, u"353,0 10 primeira"_s,
-                           u"88,230 10 segunda"_s, u"--- page"_s, u"50,0 10 outra página"_s}));
+                           u"88,230 10 segunda"_s, u"--- page"_s, u"50,0 10 de várias"_s,
+                           u"0,230 10 linhas a"_s, u"0,690 10 fim"_s}));
     // A font taller than the paper must not turn pages for ever.
     printer_.setFontSize(1000);
     printer_.print(u"A"_s);
     EXPECT_EQ(printed(), QStringList{u"0,0 1000 A"_s});
-}
-
-TEST_F(PrintingTest, ATextOfSeveralLinesGoesOnAtTheLeftEdge)
-{
-    printer_.atX(100).print(u"Defeito: não liga\r\ncheira\ta\rqueimado\n"_s);
-    printer_.print(u"fim"_s);
-    EXPECT_EQ(printed(), (QStringList{u"100,0 8 Defeito: não liga"_s, u"0,184 8 cheira a"_s,
-                                      u"0,368 8 queimado"_s, u"0,736 8 fim"_s}));
+    printer_.print(u"A"_s);
+    EXPECT_EQ(printed(), QStringList{u"0,0 1000 A"_s}) << "the font stays over EndDoc";
 }
 
 TEST_F(PrintingTest, NothingDrawnPutsNothingAndNoEmptyPageEndsADocument)

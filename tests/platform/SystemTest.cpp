@@ -3,6 +3,7 @@
 #include "FormTest.h"
 #include "FullDisk.h"
 #include "HostPaths.h"
+#include "PlatformTest.h"
 #include "PreviousInstance.h"
 #include "ProfileFile.h"
 #include "Shell.h"
@@ -31,7 +32,7 @@ void lay(const QString& path, const QByteArray& bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-class ProfileFileTest : public testing::Test
+class ProfileFileTest : public NewUserTest
 {
 protected:
     QString read(const QString& key, const QString& section = u"Configurar"_s) const
@@ -48,22 +49,11 @@ protected:
     {
         return QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden);
     }
-
-    QTemporaryDir directory_;
 };
 
-class SystemTest : public testing::Test
+struct SystemTest : NewUserTest
 {
-protected:
-    SystemTest() { qputenv("HOME", QFile::encodeName(directory_.path())); }
-    ~SystemTest() override
-    {
-        setApplicationFolder(QString());
-        qputenv("HOME", home_);
-    }
-
-    QTemporaryDir directory_;
-    const QByteArray home_ = qgetenv("HOME");
+    ~SystemTest() override { setApplicationFolder(QString()); }
 };
 
 } // namespace
@@ -104,9 +94,9 @@ TEST_F(ProfileFileTest, AWriteKeepsEveryOtherByte)
         "[Configurar]\r\nTITULO = velho\r\nSite=s\r\n\r\n; fim\r\n\r\n[Local]";
     lay(path(), before);
     ASSERT_TRUE(write(u"Titulo"_s, u"  Casa & Cia € ō "_s));
-    ASSERT_TRUE(write(u"Email"_s, u""_s));
-    ASSERT_TRUE(write(u"Caminho"_s, u"F:\\Dados, 1\\GALTERIA1.mdb"_s, u"local"_s));
-    ASSERT_TRUE(write(u"Marque2"_s, u"1"_s, u"Opcao"_s));
+    ASSERT_TRUE(write(u"Email"_s, u""_s) &&
+                write(u"Caminho"_s, u"F:\\Dados, 1\\GALTERIA1.mdb"_s, u"local"_s) &&
+                write(u"Marque2"_s, u"1"_s, u"Opcao"_s));
     QByteArray after = before;
     after.replace("TITULO = velho", "TITULO =  Casa & Cia \x80 ? ");
     after.replace("; fim\r\n", "; fim\r\nEmail=\r\n"); // before the gap

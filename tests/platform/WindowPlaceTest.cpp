@@ -1,5 +1,5 @@
 #include "FormTest.h"
-#include "SampleWindow.h"
+#include "PlatformTest.h"
 
 #include <QApplication>
 #include <QFile>

@@ -234,15 +234,12 @@ protected:
 };
 
 // QComboBox, not editable: the drive letters that are mapped (HostPaths.h), as "f:". It begins with
-// the drive of the program's folder, else with the first. An assignment and each choice fire
-// Change.
+// the drive of the program's folder, else with the first. Each choice fires Change.
 class DriveListBox : public Control
 {
 public:
     using Control::Control;
     QString drive() const;
-    // Only the first letter counts; error 68 for one that is not mapped, or whose folder is away.
-    void setDrive(const QString& drive);
 
 protected:
     void attach(FormWindow& window, QWidget* widget) override;
@@ -305,8 +302,6 @@ public:
     // Row to 1.
     void setRows(int rows);
     int Cols() const;
-    // Error 30010 below 1.
-    void setCols(int cols);
     int Row() const;
     // Error 30009 outside.
     void setRow(int row);

@@ -266,16 +266,6 @@ QString DriveListBox::drive() const
     return combo ? combo->currentText() : QString();
 }
 
-void DriveListBox::setDrive(const QString& drive)
-{
-    auto* combo = qobject_cast<QComboBox*>(widget());
-    if (!combo)
-        return;
-    driveFolder(drive);
-    combo->setCurrentIndex(combo->findText(drive.left(1).toLower() + u':'));
-    fire(change_);
-}
-
 void DriveListBox::attach(FormWindow& window, QWidget* widget)
 {
     auto* combo = qobject_cast<QComboBox*>(widget);

@@ -28,15 +28,12 @@ void checkCell(const GridModel& model, int row, int col)
 
 GridModel* makeModel(QTableView& view)
 {
-    auto* model = new GridModel(&view);
     std::vector<int> numberColumns;
     const QString numbers = view.property("numberColumns").toString();
     for (const QString& column : numbers.split(u',', Qt::SkipEmptyParts))
         numberColumns.push_back(column.toInt());
-    model->setNumberColumns(std::move(numberColumns));
     const int columns = view.property("cols").toInt();
-    if (columns > 0)
-        model->setCols(columns);
+    auto* model = new GridModel(columns > 0 ? columns : 2, std::move(numberColumns), &view);
     model->publish();
     return model;
 }
@@ -94,14 +91,6 @@ int FlexGrid::Cols() const
 {
     const GridModel* model = modelOf(widget());
     return model ? model->cols() : 0;
-}
-
-void FlexGrid::setCols(int cols)
-{
-    if (cols < 1)
-        throw RuntimeError(RuntimeError::InvalidGridCol);
-    if (GridModel* model = modelOf(widget()))
-        model->setCols(cols);
 }
 
 int FlexGrid::Row() const

@@ -3,10 +3,10 @@
 #include "GridRows.h"
 
 #include <algorithm>
-#include <cstring>
 
-GridModel::GridModel(QObject* parent)
-    : QAbstractTableModel(parent), plain_(static_cast<size_t>(rows_))
+GridModel::GridModel(int cols, std::vector<int> numberColumns, QObject* parent)
+    : QAbstractTableModel(parent), cols_(cols), plain_(static_cast<size_t>(rows_)),
+      numberColumns_(std::move(numberColumns))
 {
 }
 
@@ -55,16 +55,6 @@ void GridModel::setRows(int rows)
         currentRow_ = rows_ - 1;
         currentRowIsChosen_ = false;
     }
-    changed();
-}
-
-void GridModel::setCols(int cols)
-{
-    makePlain(rows_);
-    cols_ = cols;
-    for (Cells& cells : plain_)
-        if (cells.size() > static_cast<size_t>(cols))
-            cells.resize(static_cast<size_t>(cols));
     changed();
 }
 

@@ -2,7 +2,6 @@
 
 #include <QAbstractTableModel>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -16,17 +15,15 @@ class GridModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    explicit GridModel(QObject* parent);
+    GridModel(int cols, std::vector<int> numberColumns, QObject* parent);
 
     int rows() const { return rows_; }
     void setRows(int rows);
     int cols() const { return cols_; }
-    void setCols(int cols);
     QString text(int row, int col) const;
     void setText(int row, int col, const QString& text);
     bool isEmptyRow(int row) const;
     void showRows(std::shared_ptr<const GridRows> rows);
-    void setNumberColumns(std::vector<int> columns) { numberColumns_ = std::move(columns); }
 
     int currentRow() const { return currentRow_; }
     // Whether someone chose the current row; else it came about by filling.
@@ -55,12 +52,12 @@ private:
     void makePlain(int rows);
 
     int rows_ = 2;
-    int cols_ = 2;
+    const int cols_;
     int currentRow_ = 1;
     bool currentRowIsChosen_ = false;
     int publishedRows_ = 0;
     bool stale_ = false;
     std::vector<Cells> plain_; // the heading alone while rows are shown
     std::shared_ptr<const GridRows> shown_;
-    std::vector<int> numberColumns_;
+    const std::vector<int> numberColumns_;
 };

@@ -35,12 +35,10 @@ class PdfDevice : public PageDevice
 public:
     explicit PdfDevice(QString path = {});
     void put(const std::vector<Page>& pages, const QString& documentName) override;
-    // The file last written.
-    const QString& writtenPath() const { return writtenPath_; }
 
 private:
     QString path_;
-    QString writtenPath_;
+    bool hasWritten_ = false;
 };
 
 class SystemPrinterDevice : public PageDevice

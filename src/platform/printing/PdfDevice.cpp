@@ -34,18 +34,18 @@ PdfDevice::PdfDevice(QString path) : path_(std::move(path)) {}
 
 void PdfDevice::put(const std::vector<Page>& pages, const QString& documentName)
 {
-    const QFileInfo last(writtenPath_);
+    const QFileInfo first(path_);
     QString path = path_;
     if (path.isEmpty())
         path =
             unusedPdfPath(documentsFolder(), safeFileName(documentName) +
                                                  Clock::now().toString(u" yyyy-MM-dd HH-mm-ss"_s));
-    else if (!writtenPath_.isEmpty())
-        path = unusedPdfPath(last.absolutePath(), QFileInfo(path_).completeBaseName());
+    else if (hasWritten_)
+        path = unusedPdfPath(first.absolutePath(), first.completeBaseName());
 
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || !writePdf(file, pages, documentName) ||
         !commitDurably(file))
         throw RuntimeError(RuntimeError::PrinterFault);
-    writtenPath_ = path;
+    hasWritten_ = true;
 }

@@ -70,11 +70,6 @@ Printer& Printer::atY(int y)
     return *this;
 }
 
-int Printer::currentX() const
-{
-    return qRound(x_);
-}
-
 void Printer::print(const QString& text)
 {
     print({Item(text)});

@@ -43,14 +43,11 @@ public:
     static Printer& instance();
 
     void setFontSize(double points);
-    double fontSize() const { return fontSize_; }
     void setFontBold(bool bold);
 
     Printer& at(int x, int y);
     Printer& atX(int x);
     Printer& atY(int y);
-    int currentX() const;
-    int currentY() const { return y_; }
 
     void print(const QString& text = {});
     void print(std::initializer_list<Item> items);

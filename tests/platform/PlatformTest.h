@@ -1,13 +1,16 @@
 #pragma once
 
-#include <QString>
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QVBoxLayout>
 #include <QVariant>
+#include <QWheelEvent>
 #include <QWidget>
 
-#include <initializer_list>
 #include <memory>
-#include <utility>
 
 // The widget as its design would have it.
 template <class Widget> Widget* with(const char* property, const QVariant& value, Widget* widget)
@@ -33,3 +36,22 @@ windowOf(std::initializer_list<std::pair<QString, QWidget*>> widgets)
     stack(*window, widgets);
     return window;
 }
+
+// One notch down.
+inline void wheel(QWidget& over)
+{
+    QWheelEvent event(QPointF(4, 4), over.mapToGlobal(QPointF(4, 4)), QPoint(), {0, -120},
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&over, &event);
+}
+
+// A user without any file yet.
+class NewUserTest : public testing::Test
+{
+protected:
+    NewUserTest() { qputenv("HOME", QFile::encodeName(directory_.path())); }
+    ~NewUserTest() override { qputenv("HOME", home_); }
+
+    QTemporaryDir directory_;
+    const QByteArray home_ = qgetenv("HOME");
+};
