@@ -28,6 +28,9 @@ void Form1Configurar::beginNewUser()
     Combo1.setEnabled(false);
     ModoConfigura = 6;
     MontaUsuario();
+    // The ticks of the user shown last are no new user's.
+    for (int level = 0; level < LevelCount; ++level)
+        Check2(level).setValue(0);
     Tabela4->AddNew();
     TravaBotoes();
     Command1(4).setCaption(u"&Aplicar"_s);

@@ -105,6 +105,8 @@ void ConfigurarWalk::begin(int mode)
             if (!row->isGone)
                 shown_.push_back({row, row->stored});
     }
+    for (int level = 2; mode == 6 && level < 10; ++level)
+        user_[level] = u"0"_s;
     if (mode < 7)
         return;
     combo_.clear();
