@@ -4,6 +4,7 @@
 
 program_folder=
 out=
+grounds=
 work=
 road=
 faults=0
@@ -14,16 +15,16 @@ scale=${QT_SCALE_FACTOR:-1}
 # --- display ---------------------------------------------------------------------------------
 
 start_display() {
-    Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$grounds/display" >"$grounds/xvfb.log" 2>&1 &
     started+=($!)
-    wait_for "a display" 60 test -s "$work/display"
-    DISPLAY=":$(<"$work/display")"
+    wait_for "a display" 60 test -s "$grounds/display"
+    DISPLAY=":$(<"$grounds/display")"
     export DISPLAY
-    export HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config" XDG_RUNTIME_DIR="$work/run"
+    export HOME="$grounds/home" XDG_CONFIG_HOME="$grounds/home/.config" XDG_RUNTIME_DIR="$grounds/run"
     export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_ACCESSIBILITY=0
     mkdir -p "$HOME/Documents" "$XDG_CONFIG_HOME"
     mkdir -m 700 "$XDG_RUNTIME_DIR"
-    openbox --sm-disable >"$work/openbox.log" 2>&1 &
+    openbox --sm-disable >"$grounds/openbox.log" 2>&1 &
     started+=($!)
     wait_for "a window manager" 60 window_manager_runs
     pause
@@ -39,7 +40,7 @@ stop_everything() {
     for pid in "${started[@]}"; do
         wait "$pid" 2>/dev/null || true
     done
-    rm -rf "$work"
+    rm -rf "$grounds"
 }
 
 # picture PATTERN NAME: of one window, without its frame.
@@ -73,7 +74,7 @@ give_up() {
         echo "windows:"
         xdotool search --onlyvisible --name . getwindowname %@ 2>/dev/null | sort -u | sed 's/^/  /'
     fi
-    tail -n 5 "$work"/*.log "$work"/*/output 2>/dev/null || true
+    tail -n 5 "$grounds"/*.log "$work"/*/output 2>/dev/null || true
     exit 1
 }
 
