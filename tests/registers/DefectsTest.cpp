@@ -23,7 +23,6 @@ TEST_F(DefectsTest, EachActionLeavesItsButtonsAndBoxes)
     addDefect(u"Aurora"_s);
     defect().show();
     EXPECT_TRUE(defect().caption().startsWith(u"Registro de Defeitos Solucionados     "_s));
-    expectEasyToWalk(defect());
     const std::vector<RecordState> states{
         {{}, Browsing, AllLocked, u"Aurora Não liga 2"_s},
         {u"0"_s, u"1 9"_s, {}, u"  2"_s},
@@ -39,18 +38,14 @@ TEST_F(DefectsTest, EachActionLeavesItsButtonsAndBoxes)
         {u"0 =Typed 9"_s, u"0 8"_s, AllLocked, u"  0"_s},
         {u"0 1"_s, Browsing, AllLocked, u"  1"_s},
     };
-    for (const auto& [pressed, buttons, locked, shown] : states) {
-        SCOPED_TRACE(pressed.toStdString());
-        pressAll(pressed, defect().Command1, defect().Text2(0),
-                 [this](Answer answer) { removeDefect(answer); });
-        EXPECT_EQ(enabledOf(defect().Command1), buttons);
-        EXPECT_EQ(lockedOf(defect().Text2), locked);
-        EXPECT_EQ(defect().MSFlexGrid1.enabled(), buttons != u"1 3 9"_s);
-        EXPECT_EQ(defect().Text2(0).text() + u' ' + defect().Text2(2).text() + u' ' +
-                      QString::number(gridRows(defect().MSFlexGrid1).size()),
-                  shown);
+    const auto shown = [] {
+        return defect().Text2(0).text() + u' ' + defect().Text2(2).text() + u' ' +
+               QString::number(gridRows(defect().MSFlexGrid1).size());
+    };
+    expectStates(defects(), states, shown, [](const RecordState& state) {
+        EXPECT_EQ(defect().MSFlexGrid1.enabled(), state.buttons != u"1 3 9"_s);
         EXPECT_EQ(principal().StatusBar1.panel(2), u"Formulário de Cadastro de Defeitos"_s);
-    }
+    });
     press(8);
     EXPECT_EQ(principal().StatusBar1.panel(2), u"email:suporte@vorbelo.example"_s);
 }
@@ -123,71 +118,20 @@ TEST_F(DefectsTest, SolutionOfSixtyThousandCharactersWithEveryLineBreak)
     EXPECT_TRUE(solutions() == QStringList{wanted});
 }
 
-// Whichever call or write fails: what was typed is stored once, or the boxes stay open and a second
-// press stores it; what was to go is gone, or still there and in view.
-TEST_F(DefectsTest, WhatFailsToBeStoredCanBeTriedAgainInBothRegisters)
+TEST_F(DefectsTest, WhatFailsOrIsGoneIsStoredOnceOrNotAtAllInBothRegisters)
 {
-    for (const Register& record : registers()) {
-        for (const auto& [begin, store] : {std::pair{0, 1}, {2, 1}, {2, 3}}) {
-            const auto prepare = [&, begin = begin] {
-                refill(record, {u"Aurora"_s});
-                record.form.show();
-                click(record.buttons(begin));
-                type(record.boxes(0), u"New"_s);
-            };
-            const auto act = [&, store = store] { click(record.buttons(store)); };
-            const auto check = [&, begin = begin, store = store](bool) {
-                if (store == 3 && !names(record).isEmpty()) {
-                    EXPECT_EQ(record.boxes(0).text(), u"Aurora"_s);
-                    click(record.buttons(2));
-                }
-                act();
-                EXPECT_EQ(names(record), store == 3   ? QStringList()
-                                         : begin == 2 ? QStringList{u"New"_s}
-                                                      : (QStringList{u"Aurora"_s, u"New"_s}));
-            };
-            failEachCall(prepare, act, check, 1);
-            failEachWrite(prepare, act, check);
-        }
-    }
-}
-
-// Nothing of it is stored; once it is given up or asked to go, the next one is there.
-TEST_F(DefectsTest, WhatAnotherStationDeletedIsGoneInBothRegisters)
-{
-    for (const Register& record : registers()) {
-        for (const int end : {9, 3}) {
-            for (const QStringList& left : {QStringList{u"Beta"_s}, QStringList()}) {
-                refill(record, QStringList{u"Alfa"_s} + left);
-                record.form.show();
-                const QString buttons = enabledOf(record.buttons);
-                click(record.buttons(2));
-                mainSql(u"DELETE FROM %1 WHERE %2 = 'Alfa'"_s.arg(record.table, record.field));
-                type(record.boxes(0), u"Typed"_s);
-                click(record.buttons(1));
-                end == 3 ? record.remove() : click(record.buttons(end));
-                EXPECT_EQ(record.boxes(0).text(), left.join(u' '));
-                EXPECT_EQ(enabledOf(record.buttons), left.isEmpty() ? u"0 8"_s : buttons);
-                EXPECT_EQ(names(record), left);
-            }
-        }
+    for (const Record& record : {firms(), defects()}) {
+        expectStoredOnceWhateverFails(record);
+        expectNoOtherRowTouchedWhateverFails(record);
+        expectGoneWhereAnotherDeletedIt(record);
+        record.form.unload();
     }
 }
 
 TEST_F(DefectsTest, MissingDatabaseShowsItsBoxesAndBothRegistersCanBeLeft)
 {
-    setIni(u"Local"_s, u"Caminho"_s, folder() + u"/none.mdb"_s);
-    for (const Register& record : registers()) {
-        expectErrorBox();
-        expectBox(u"Restaure o Banco de Dados ou Localize utilizando o Botão Localizar na tela de "
-                  "configuração do Sistema,depois reinicie o programa."_s);
-        expectBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
-        record.form.show();
-        EXPECT_TRUE(record.form.isLoaded());
-        click(record.buttons(8));
-        EXPECT_FALSE(record.form.isLoaded());
-    }
-    EXPECT_TRUE(ends().empty());
+    for (const Record& record : {firms(), defects()})
+        expectToBeLeftWithoutDatabase(record, 3);
 }
 
 } // namespace

@@ -29,7 +29,6 @@ TEST_F(SuppliersTest, EachActionLeavesItsButtonsAndBoxes)
     principal().StatusBar1.setPanel(1, u"Usuario: Ana"_s);
     firm().show();
     EXPECT_EQ(firm().caption(), u"Cadastro de Fornecedores      Usuario: Ana  está usando"_s);
-    expectEasyToWalk(firm());
     const QString first = u"0 2 4 8 11 12 13"_s;
     const std::vector<RecordState> states{
         {{}, Browsing, AllLocked, u"0000009 Alfa"_s},
@@ -48,16 +47,11 @@ TEST_F(SuppliersTest, EachActionLeavesItsButtonsAndBoxes)
         {u"9"_s, u"0 8"_s, AllLocked, u"0000000 "_s},
         {u"0 1 0 1"_s, Browsing, AllLocked, u"0000002 "_s},
     };
-    for (const auto& [pressed, buttons, locked, shown] : states) {
-        SCOPED_TRACE(pressed.toStdString());
-        pressAll(pressed, firm().Command1, firm().Text1(0),
-                 [this](Answer answer) { removeFirm(answer); });
-        EXPECT_EQ(enabledOf(firm().Command1), buttons);
-        EXPECT_EQ(lockedOf(firm().Text1), locked);
-        EXPECT_EQ(lockedOf(firm().Text6), locked == Open ? QString() : u"0 1 2 3"_s);
-        EXPECT_EQ(firm().Text4.text() + u' ' + firm().Text1(0).text(), shown);
+    const auto shown = [] { return firm().Text4.text() + u' ' + firm().Text1(0).text(); };
+    expectStates(firms(), states, shown, [](const RecordState& state) {
+        EXPECT_EQ(lockedOf(firm().Text6), state.locked == Open ? QString() : u"0 1 2 3"_s);
         EXPECT_EQ(principal().StatusBar1.panel(2), u"Formulário Cadastro de Fornecedores"_s);
-    }
+    });
     press(8);
     EXPECT_FALSE(firm().isLoaded());
     EXPECT_EQ(principal().StatusBar1.panel(2), u"suporte@vorbelo.example"_s); // no "email:" here

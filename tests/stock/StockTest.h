@@ -4,10 +4,10 @@
 #include "Form1pecabusca.h"
 #include "Form1pecavenda.h"
 #include "Form1principal.h"
-#include "FormTest.h"
+#include "RecordTest.h"
 
 // A catalogue and the three forms that work on it.
-class StockTest : public FormTest
+class StockTest : public RecordTest
 {
 protected:
     StockTest()
@@ -45,10 +45,16 @@ protected:
                                                                               number));
     }
 
-    Form1Pec& openRegister()
+    static Form1Pec& parts() { return form<Form1Pec>(); }
+    Record catalogue()
     {
-        form<Form1Pec>().show();
-        return form<Form1Pec>();
+        return {parts(),
+                parts().Command1,
+                parts().Text1,
+                u"Pecas"_s,
+                u"DESCRICAO"_s,
+                u"Deseja Realmente Excluir está Peça ?"_s,
+                [this](const QString& code, const QString& name) { addPart(code, name); }};
     }
     Form1pecavenda& openSale()
     {
@@ -64,10 +70,6 @@ protected:
         click(sale().Command2(0));
     }
 
-    void expectQuestion(const QString& text, Answer answer)
-    {
-        expectBox(text, answer, BoxButtons::YesNo, BoxIcon::Question);
-    }
     // "&Oficina", answered.
     void takeForWorkshop(Answer answer = Answer::Yes)
     {

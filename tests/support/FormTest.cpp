@@ -192,6 +192,7 @@ void FormTest::unloadForms()
     for (Form* open : FormRegistry::instance().loadedForms())
         if (open->name() != u"Form1principal"_s)
             open->unload();
+    Funciones::resetShared(); // a form may leave its pair open
 }
 
 void FormTest::failEach(const std::function<void(int n)>& arm, const std::function<bool()>& disarm,

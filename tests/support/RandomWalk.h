@@ -1,12 +1,16 @@
 #pragma once
 
-#include "FormTest.h"
+#include "RecordTest.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <algorithm>
+#include <map>
 #include <memory>
+#include <optional>
 #include <random>
+#include <utility>
 
 // A record form beside a naive model of it, at random: keys, clicks, saves, deletions, and another
 // station's writes; after each step boxes, buttons, grid and table are compared. A longer walk:
@@ -14,9 +18,7 @@
 template <class Fixture> class RandomWalk : public Fixture
 {
 protected:
-    using Fixture::mainFile;
-    using Fixture::mainSql;
-    using Fixture::sql;
+    using Fixture::mainFile, Fixture::mainSql, Fixture::sql;
 
     using Fields = QStringList; // a Null is the null text
     struct Row
@@ -37,9 +39,15 @@ protected:
         Editing
     };
 
-    explicit RandomWalk(const QString& table, const QStringList& names)
-        : table_(table), names_(names)
+    // The fields that the model knows; all of them where none is named.
+    explicit RandomWalk(const QString& table, const QStringList& names = {})
+        : table_(table), names_(names.isEmpty() ? columnsOf(table) : names)
     {
+    }
+    QStringList columnsOf(const QString& table) const
+    {
+        return sql(mainFile(),
+                   u"SELECT name FROM pragma_table_info('%1') WHERE name <> '_id'"_s.arg(table));
     }
 
     int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
@@ -71,11 +79,12 @@ protected:
         for (const auto& row : rows_)
             if (!row->isGone)
                 shown_.push_back({row, row->stored});
-        std::stable_sort(shown_.begin(), shown_.end(), [](const Shown& left, const Shown& right) {
-            const QString& a = left.fields[0];
-            const QString& b = right.fields[0];
-            return a.isNull() != b.isNull() ? a.isNull() : a.toLower() < b.toLower();
-        });
+        std::stable_sort(
+            shown_.begin(), shown_.end(), [this](const Shown& left, const Shown& right) {
+                const QString& a = left.fields[order_];
+                const QString& b = right.fields[order_];
+                return a.isNull() != b.isNull() ? a.isNull() : a.toLower() < b.toLower();
+            });
         place_ = 0;
         state_ = State::Browsing;
     }
@@ -113,7 +122,8 @@ protected:
         bool refused = false;
         for (int i = 0; i < typed.size(); ++i)
             refused |= !merge(stored[i], known[i], typed[i],
-                              boxes_[i] == filled[i] || (before[i].isNull() && typed[i].isEmpty()));
+                              (boxes_[i] == filled[i] && i != label_) ||
+                                  (before[i].isNull() && typed[i].isEmpty()));
         if (refused) {
             refused_ = current().row;
             return false;
@@ -155,7 +165,7 @@ protected:
                 return;
             }
     }
-    bool remove()
+    bool removeCurrent()
     {
         refused_ = nullptr;
         Shown& now = current();
@@ -185,7 +195,7 @@ protected:
         if (alive.size() < 3 || below(4) == 0) {
             Fields fields;
             for (int i = 0; i < names_.size(); ++i)
-                fields << (below(4) == 0 ? QString() : oneOf(texts));
+                fields << (i != notNull_ && below(4) == 0 ? QString() : oneOf(texts));
             insert(rows_, table_, names_, fields);
             return;
         }
@@ -244,6 +254,9 @@ protected:
     int place_ = 0;
     State state_ = State::Browsing;
     Fields boxes_;
+    int order_ = 0;    // the field that the rows are sorted by
+    int notNull_ = -1; // a field that the table wants filled
+    int label_ = -1;   // a field without a box: it is stored in any case
     int typedLast_ = 0;
     // What is typed, and what other stations write.
     QStringList texts_{u""_s,  u"Alfa"_s,    u"beta"_s,       u"Gama"_s,
@@ -258,20 +271,43 @@ protected:
     const QStringList names_;
 };
 
-// The walk over a form that shows one row in its boxes, with the buttons 0 to 13 beside it.
+// How numbers that the walks type read in a box for telephones, documents and money.
+struct ShownNumber
+{
+    QString phone, document, money;
+};
+inline std::optional<ShownNumber> shownNumber(const QString& text)
+{
+    static const std::map<QString, ShownNumber> numbers{
+        {u"7"_s, {u"(00)0000-0007"_s, u"00-000-000-0000/07"_s, u"7,00"_s}},
+        {u"0000041"_s, {u"(00)0000-0041"_s, u"00-000-000-0000/41"_s, u"41,00"_s}},
+        {u"1932324"_s, {u"(00)0193-2324"_s, u"00-000-001-9323/24"_s, u"1.932.324,00"_s}},
+        {u"5299822"_s, {u"(00)0529-9822"_s, u"00-000-005-2998/22"_s, u"5.299.822,00"_s}},
+        {u"1932324410"_s, {u"(19)3232-4410"_s, u"00-001-932-3244/10"_s, u"1.932.324.410,00"_s}},
+        {u"52998224725"_s, {u"(529)9822-4725"_s, u"529-982-247/25"_s, u"52.998.224.725,00"_s}}};
+    const auto number = numbers.find(text);
+    return number == numbers.end() ? std::nullopt : std::optional(number->second);
+}
+
+// The walk over a form that shows one row in its boxes, with the buttons 0 to 13 beside it, and all
+// of them in a grid, where it has one.
 template <class Fixture> class RecordWalk : public RandomWalk<Fixture>
 {
 protected:
     using Base = RandomWalk<Fixture>;
     using Base::Base, Base::below, Base::boxes_, Base::current, Base::isEmpty, Base::last;
-    using Base::leave, Base::names_, Base::oneOf, Base::place_, Base::state_, Base::texts_;
-    using typename Base::Fields, typename Base::State;
+    using Base::leave, Base::names_, Base::oneOf, Base::place_, Base::shown_, Base::state_;
+    using Base::texts_;
+    using typename Base::Fields, typename Base::State, typename Base::Shown;
+    using typename Fixture::Record;
 
-    virtual ControlArray<CommandButton>& commands() = 0;
-    virtual TextBox& fieldBox(int field) = 0;
+    virtual Record walked() = 0;
     virtual TextBox& countBox() = 0;
-    virtual void openForm() = 0;
-    virtual void clickRemove(Answer answer) = 0;
+    virtual TextBox& fieldBox(int field) { return walked().boxes(field); }
+    virtual QString inBox(int field) { return fieldBox(field).text(); }
+    virtual FlexGrid* grid() { return nullptr; }
+    // Where another form puts the number that it wants shown.
+    virtual TextBox* numberBox() { return nullptr; }
     // A stored text in its box, what its box takes of a typed one, what it stores when empty.
     virtual QString asShown(int /*field*/, const QString& text) const
     {
@@ -281,28 +317,58 @@ protected:
     virtual QString filler(int /*field*/) const { return u""_s; }
     virtual QString buttons() const
     {
-        return state_ == State::New       ? u"1 9"_s
+        return isCopying_                 ? u"5"_s
+               : state_ == State::New     ? u"1 9"_s
                : state_ == State::Editing ? u"1 3 9"_s
                : isEmpty()                ? u"0 8"_s
                                           : always_ + (canGoBack_ ? u" 10"_s : u""_s) +
                                  (canGoOn_ ? u" 11 12 13"_s : u" 12 13"_s);
     }
     // What a form does besides.
+    virtual void reopened() {}
     virtual void pressed(int /*button*/) {}
-    virtual void stored() { show(); }
-    virtual void refused() { click(commands()(1)); }
-    virtual void removed(bool /*wasFirst*/) {}
-    virtual void refill() {}
-    virtual QString lookUp(int /*what*/) { return {}; }
+    virtual void stored()
+    {
+        if (!grid()) {
+            show();
+            return;
+        }
+        // What was stored stays in view while the last row is the current one.
+        onShow_ = place_;
+        Base::move(13);
+    }
+    virtual void refused() { click(walked().buttons(1)); }
+    virtual void removed(bool wasFirst)
+    {
+        if (wasFirst && turnsOffAtEnds_) {
+            canGoBack_ = false;
+            canGoOn_ = true;
+        }
+        if (grid())
+            place_ = std::max(0, last());
+    }
+    virtual void refill()
+    {
+        gridRows_.clear();
+        for (const Shown& row : shown_) {
+            QStringList cells;
+            for (const int field : columns_)
+                cells << (field < 0 ? otherCell_ : row.fields[field]);
+            gridRows_ << cells.join(u'|');
+        }
+    }
     virtual void compare()
     {
         Fields seen;
         for (int field = 0; field < names_.size(); ++field)
-            seen << fieldBox(field).text();
+            seen << inBox(field);
         EXPECT_EQ(seen, boxes_);
-        EXPECT_EQ(enabledOf(commands()), buttons());
+        EXPECT_EQ(enabledOf(walked().buttons), buttons());
         EXPECT_EQ(fieldBox(typedFields() - 1).locked(), state_ == State::Browsing);
         EXPECT_EQ(countBox().text().toInt(), last() + 1);
+        if (grid()) {
+            EXPECT_EQ(gridRows(*grid()), gridRows_);
+        }
     }
 
     Fields filled()
@@ -326,11 +392,14 @@ protected:
     }
     void reopen()
     {
-        openForm();
+        walked().form.unload();
+        walked().form.show();
         Base::open();
         browse();
         show();
         refill();
+        lookedFor_.clear();
+        reopened();
     }
     // One above the last row's, where the form numbers its rows.
     void beginNew()
@@ -340,11 +409,26 @@ protected:
             place_ = std::max(0, last());
             show();
         }
-        const int next = number_ < 0 ? 0 : boxes_[number_].right(7).toInt() + 1;
+        const QString before = number_ < 0 ? QString() : boxes_[number_].right(7);
+        const auto end = std::find_if_not(before.begin(), before.end(), &isDigit);
+        const int next = before.left(end - before.begin()).toInt() + 1;
         boxes_ = Fields(names_.size(), u""_s);
         if (number_ >= 0)
             boxes_[number_] = QString::number(next).rightJustified(7, u'0');
         state_ = State::New;
+    }
+    static bool isDigit(QChar c) { return c.isDigit(); }
+    void copyOrPaste()
+    {
+        isCopying_ = !isCopying_;
+        const Fields copied = std::exchange(copied_, boxes_);
+        if (isCopying_) {
+            boxes_ = Fields(names_.size(), u""_s);
+            return;
+        }
+        beginNew();
+        for (const int field : copies_)
+            boxes_[field] = copied[field];
     }
     void save()
     {
@@ -355,21 +439,27 @@ protected:
             refused();
             return;
         }
-        click(commands()(1));
+        click(walked().buttons(1));
         browse();
         stored();
         refill();
     }
     void removeOrNot(Answer answer)
     {
-        clickRemove(answer);
-        browse();
-        if (answer == Answer::No)
-            return;
+        Base::remove(walked(), answer);
+        if (answer == Answer::Yes || noEndsTheEdit_)
+            browse();
+        if (answer == Answer::Yes)
+            removeNow();
+    }
+    void removeNow()
+    {
         const bool wasFirst = place_ == 0;
-        if (Base::remove())
+        const bool isGone = Base::removeCurrent();
+        if (isGone)
             removed(wasFirst);
-        refill();
+        if (isGone || refillsAlways_)
+            refill();
         show();
     }
     void go(int button)
@@ -389,7 +479,7 @@ protected:
         } else if (isOn && button == 3) {
             removeOrNot(below(2) == 0 ? Answer::Yes : Answer::No);
         } else {
-            click(commands()(button));
+            click(walked().buttons(button));
             if (!isOn)
                 return;
             if (button == 0) {
@@ -400,6 +490,8 @@ protected:
                 state_ = State::Editing;
             } else if (button == 4 || button == 8) {
                 reopen();
+            } else if (button == 5) {
+                copyOrPaste();
             } else if (button == 9) {
                 Base::cancel();
                 browse();
@@ -410,7 +502,33 @@ protected:
             pressed(button);
         }
     }
-    QString step()
+    QString lookUpNumber()
+    {
+        const QString number = below(4) == 0 ? u"'"_s : oneOf(texts_);
+        numberBox()->setText({});
+        numberBox()->setText(number);
+        if (!number.isEmpty()) {
+            Base::find(number_, number);
+            show();
+        }
+        return u"look "_s + number;
+    }
+    // The first row that holds the text of the one clicked; in an edit only where another was
+    // looked for before, or not at all.
+    QString clickRow(int row)
+    {
+        click(*grid(), row + 1);
+        const QString text = gridRows_[row].section(u'|', keyColumn_, keyColumn_);
+        const bool isOpen = state_ == State::New ||
+                            (state_ == State::Editing && (!looksInEdits_ || lookedFor_ == text));
+        if (!text.isEmpty() && !isOpen) {
+            Base::find(columns_[keyColumn_], text);
+            show();
+            lookedFor_ = text;
+        }
+        return u"click %1"_s.arg(row);
+    }
+    virtual QString step()
     {
         const int what = below(20);
         if (what < 10) {
@@ -424,9 +542,10 @@ protected:
             Base::otherStationWrites(texts_);
             return u"other"_s;
         }
-        const QString looked = lookUp(what);
-        if (!looked.isNull())
-            return looked;
+        if (what < 16 && !gridRows_.isEmpty() && grid() && !isCopying_)
+            return clickRow(below(static_cast<int>(gridRows_.size())));
+        if (what == 13 && numberBox() && state_ == State::Browsing && !isCopying_ && !isEmpty())
+            return lookUpNumber();
         const int field = Base::typedLast_ = below(typedFields());
         const QString text = oneOf(texts_).section(u'\n', 0, 0);
         type(fieldBox(field), text);
@@ -443,9 +562,18 @@ protected:
     virtual int typedFields() const { return static_cast<int>(names_.size()); }
 
     QString always_; // the buttons on over a row, but those that move
-    bool turnsOffAtEnds_ = true;
+    bool turnsOffAtEnds_ = true, noEndsTheEdit_ = true;
     bool canGoBack_ = true, canGoOn_ = true;
     int number_ = -1; // the field that is counted
     QString noNumber_ = u""_s;
-    int onShow_ = 0; // the place of the row in the boxes
+    int onShow_ = 0;     // the place of the row in the boxes
+    QList<int> columns_; // the fields of the grid; -1: another cell
+    QString otherCell_;
+    int keyColumn_ = 0; // the one that a click looks for
+    bool looksInEdits_ = true, refillsAlways_ = false;
+    QStringList gridRows_;
+    QString lookedFor_; // by a click
+    bool isCopying_ = false;
+    QList<int> copies_; // the fields that a copy takes over
+    Fields copied_;
 };

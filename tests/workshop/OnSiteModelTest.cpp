@@ -8,22 +8,22 @@ namespace {
 class OnSiteWalk : public RecordWalk<OnSiteTest>
 {
 protected:
-    OnSiteWalk() : RecordWalk(u"MANUTENCAO"_s, fieldNames())
+    OnSiteWalk() : RecordWalk(u"MANUTENCAO"_s)
     {
         always_ = u"0 2 5 6 8"_s;
         number_ = 0;
+        copies_ = {3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13};
     }
-    ControlArray<CommandButton>& commands() override { return record().Command1; }
+    Record walked() override { return onSite(); }
     TextBox& countBox() override { return record().Text5; }
-    TextBox& fieldBox(int field) override { return boxOf(field); }
-    void clickRemove(Answer answer) override { OnSiteTest::remove(answer); }
-    void openForm() override
+    TextBox& fieldBox(int field) override
     {
-        record().unload();
-        record().show();
-        mode_ = 0;
+        static constexpr int boxes[24] = {18, 19, 20, 0, 1,  2,  3,  4,  5,  6,  -1, -1,
+                                          -1, 7,  8,  9, 10, 11, 12, 13, 14, 15, 17, 16};
+        return boxes[field] < 0 ? record().Text3(field - 10) : record().Text1(boxes[field]);
     }
-    QString buttons() const override { return isCopying_ ? u"5"_s : RecordWalk::buttons(); }
+    TextBox* numberBox() override { return &record().Text2; }
+    void reopened() override { mode_ = 0; }
     QString asTyped(int field, const QString& text) const override { return cut(field, text); }
     QString filler(int field) const override
     {
@@ -41,51 +41,27 @@ protected:
     }
     QString asShown(int field, const QString& text) const override
     {
-        struct Number
-        {
-            QString phone, document, money;
-        };
-        static const std::map<QString, Number> numbers{
-            {u"7"_s, {u"(00)0000-0007"_s, u"00-000-000-0000/07"_s, u"7,00"_s}},
-            {u"0000041"_s, {u"(00)0000-0041"_s, u"00-000-000-0000/41"_s, u"41,00"_s}},
-            {u"1932324410"_s, {u"(19)3232-4410"_s, u"00-001-932-3244/10"_s, u"1.932.324.410,00"_s}},
-            {u"52998224725"_s, {u"(529)9822-4725"_s, u"529-982-247/25"_s, u"52.998.224.725,00"_s}},
-            // A value beyond its box comes back shorter, told so by the box's length.
-            {u"1.932.324.41"_s, {{}, {}, u"193.232.441,00"_s}},
-            {u"193.232.441,"_s, {{}, {}, u"193.232.441,00"_s}},
-            {u"52.998.224.7"_s, {{}, {}, u"529.982.247,00"_s}},
-            {u"529.982.247,"_s, {{}, {}, u"529.982.247,00"_s}},
-            {u"1932324"_s, {u"(00)0193-2324"_s, u"00-000-001-9323/24"_s, u"1.932.324,00"_s}},
-            {u"5299822"_s, {u"(00)0529-9822"_s, u"00-000-005-2998/22"_s, u"5.299.822,00"_s}}};
+        // A value beyond its box comes back shorter, told so by the box's length.
+        static const std::map<QString, QString> cutMoney{{u"1.932.324.41"_s, u"193.232.441,00"_s},
+                                                         {u"193.232.441,"_s, u"193.232.441,00"_s},
+                                                         {u"52.998.224.7"_s, u"529.982.247,00"_s},
+                                                         {u"529.982.247,"_s, u"529.982.247,00"_s}};
         const bool isPhone = field == 10 || field == 11;
         if (text.isNull())
             return isPhone ? u"(  )    -    "_s : field == 23 ? u"0,00"_s : u""_s;
-        const auto number = numbers.find(text);
-        if (number == numbers.end() || !(isPhone || field == 12 || field == 23))
+        if (field == 23 && cutMoney.contains(text))
+            return cut(field, cutMoney.at(text));
+        const auto number = shownNumber(text);
+        if (!number || !(isPhone || field == 12 || field == 23))
             return cut(field, text);
-        return cut(field, isPhone       ? number->second.phone
-                          : field == 12 ? number->second.document
-                                        : number->second.money);
+        return cut(field, isPhone ? number->phone : field == 12 ? number->document : number->money);
     }
     void pressed(int button) override
     {
         if (button == 0)
             mode_ = 1;
-        if (button == 0 || (button == 5 && isCopying_)) {
-            if (button == 5)
-                beginNew();
+        if (state_ == State::New)
             boxes_[1] = u"09/03/2026"_s;
-        }
-        if (button != 5)
-            return;
-        isCopying_ = !isCopying_;
-        if (isCopying_) {
-            copied_ = boxes_;
-            boxes_ = Fields(24, u""_s);
-        } else {
-            for (int i = 3; i <= 13; ++i)
-                boxes_[i] = copied_[i];
-        }
     }
     void stored() override
     {
@@ -100,30 +76,14 @@ protected:
         int ended = 0;
         setEndProgramForTests([&](EndReason) { ++ended; });
         expectErrorBox(u"Erro nº -2147217864"_s);
-        click(record().Command1(1));
+        RecordWalk::refused();
         EXPECT_EQ(ended, 1);
         setEndProgramForTests([](EndReason reason) { EXPECT_EQ(reason, EndReason::ExitQuestion); });
         leave();
         reopen();
     }
-    void removed(bool wasFirst) override { canGoBack_ = !wasFirst; }
-    QString lookUp(int what) override
-    {
-        if (what != 13 || state_ != State::Browsing || isCopying_ || isEmpty())
-            return {};
-        const QString number = below(4) == 0 ? u"'"_s : oneOf(texts_);
-        record().Text2.setText({});
-        record().Text2.setText(number);
-        if (!number.isEmpty()) {
-            find(0, number);
-            show();
-        }
-        return u"look "_s + number;
-    }
 
-    bool isCopying_ = false;
     int mode_ = 0;
-    Fields copied_;
 };
 
 TEST_F(OnSiteWalk, GoesAsTheModel)

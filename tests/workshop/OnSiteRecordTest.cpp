@@ -19,9 +19,8 @@ TEST_F(OnSiteRecordTest, EachActionLeavesItsButtonsAndBoxes)
 {
     addOrder(u"0000002"_s, u"Bia"_s);
     addOrder(u"0000001"_s, u"Ana"_s);
-    const Form1manutencao& onSite = openRecord();
-    expectEasyToWalk(onSite);
-    EXPECT_EQ(onSite.caption(),
+    record().show();
+    EXPECT_EQ(record().caption(),
               u"Manutenção      "_s + principal().StatusBar1.panel(1) + u"  está usando"_s);
     EXPECT_EQ(principal().StatusBar1.panel(2), u"Formulário de Pedido de Manutenção"_s);
     const QString first = u"0 2 5 6 8 11 12 13"_s, last = u"0 2 5 6 8 10 12 13"_s;
@@ -45,22 +44,27 @@ TEST_F(OnSiteRecordTest, EachActionLeavesItsButtonsAndBoxes)
         {u"0"_s, u"1 9"_s, {}, u"0000001"_s},
         {u"9"_s, u"0 8"_s, AllLocked, {}},
     };
-    for (const auto& [pressed, buttons, locked, number] : states) {
-        SCOPED_TRACE(pressed.toStdString());
-        pressAll(pressed, record().Command1, record().Text1(0),
-                 [this](Answer answer) { remove(answer); });
-        EXPECT_EQ(enabledOf(onSite.Command1), buttons);
-        EXPECT_EQ(lockedOf(onSite.Text1), locked);
-        EXPECT_EQ(lockedOf(onSite.Text3), locked == AllLocked ? u"0 1 2"_s : QString());
-        EXPECT_EQ(onSite.Text1(18).text(), number);
-        EXPECT_EQ(onSite.Text5.text(), QString::number(orders().size()).rightJustified(7, u'0'));
-    }
-    EXPECT_EQ(shown(), QString(23, u'|'));
-    EXPECT_EQ(onSite.Text6.text(), u"0000000"_s);
+    const auto shown = [] {
+        EXPECT_TRUE(record().Command1(5).caption() != u"&Colar" ||
+                    record().Command1(5).widget()->hasFocus());
+        return record().Text1(18).text();
+    };
+    expectStates(onSite(), states, shown, [this](const RecordState& state) {
+        EXPECT_EQ(lockedOf(record().Text3), state.locked.isEmpty() ? QString() : u"0 1 2"_s);
+        EXPECT_EQ(record().Text5.text().toInt(), names(onSite()).size());
+    });
+    EXPECT_EQ(record().Text6.text(), u"0000000"_s);
     EXPECT_EQ(documents(), 1);
     press(8);
-    EXPECT_FALSE(onSite.isLoaded());
+    EXPECT_FALSE(record().isLoaded());
     EXPECT_EQ(principal().StatusBar1.panel(2), u"email:suporte@vorbelo.example"_s);
+}
+
+TEST_F(OnSiteRecordTest, WhatFailsOrIsGoneIsStoredOnceOrNotAtAll)
+{
+    expectStoredOnceWhateverFails(onSite());
+    expectNoOtherRowTouchedWhateverFails(onSite());
+    expectGoneWhereAnotherDeletedIt(onSite());
 }
 
 TEST_F(OnSiteRecordTest, TelephoneAndDocumentOfEachLengthReadAsStored)
@@ -83,7 +87,7 @@ TEST_F(OnSiteRecordTest, TelephoneAndDocumentOfEachLengthReadAsStored)
         addOrder(QString::number(i), u"Ana"_s,
                  u"TELEFONE='%1', CELULAR='%1', CPF='%2', VALOR='12,5'"_s.arg(table[i].phone,
                                                                               table[i].document));
-    openRecord();
+    record().show();
     for (const Stored& stored : table) {
         SCOPED_TRACE(stored.phone.toStdString());
         EXPECT_EQ(record().Text3(0).text(), stored.shownPhone);
@@ -98,15 +102,15 @@ TEST_F(OnSiteRecordTest, TelephoneAndDocumentOfEachLengthReadAsStored)
 TEST_F(OnSiteRecordTest, DocumentIsCheckedOnLeavingIt)
 {
     addOrder(u"0000001"_s, u"Ana"_s, u"CPF='11144477735'"_s);
-    Form1manutencao& onSite = openRecord();
-    TextBox& document = onSite.Text3(2);
+    record().show();
+    TextBox& document = record().Text3(2);
     EXPECT_EQ(document.maxLength(), 0);
     const QString length = u"Tem que ser 11 numeros para CPF e 14 numeros para CGC"_s;
     press(2);
     // The document of a stored order is shown formatted: 14 characters that are no company's.
     enter(document);
     expectBox(u"CGC com DV incorreto !!! "_s);
-    enter(onSite.Text1(7));
+    enter(record().Text1(7));
     EXPECT_EQ(document.text(), QString());
     EXPECT_TRUE(document.widget()->hasFocus());
 
@@ -124,29 +128,29 @@ TEST_F(OnSiteRecordTest, DocumentIsCheckedOnLeavingIt)
         document.setText(typed);
         if (!message.isEmpty())
             expectBox(message);
-        enter(onSite.Text1(7));
+        enter(record().Text1(7));
         EXPECT_EQ(document.text(), message.isEmpty() ? typed : QString());
         EXPECT_EQ(document.maxLength(), limit);
     }
     // A telephone that reads like the document is taken for it; the document is emptied.
     document.setText(u"3333"_s);
-    enter(onSite.Text3(1));
-    onSite.Text3(1).setText(u"3333"_s);
+    enter(record().Text3(1));
+    record().Text3(1).setText(u"3333"_s);
     expectBox(length);
-    enter(onSite.Text1(7));
-    EXPECT_EQ(onSite.Text3(1).text() + document.text(), u"3333"_s);
+    enter(record().Text1(7));
+    EXPECT_EQ(record().Text3(1).text() + document.text(), u"3333"_s);
 
     press(9); // the next company's number fits again
     EXPECT_EQ(document.maxLength(), 0);
     enter(document); // locked: nothing is checked
-    enter(onSite.Text1(7));
+    enter(record().Text1(7));
     EXPECT_EQ(document.text(), u"111-444-777/35"_s);
 }
 
 TEST_F(OnSiteRecordTest, CopyBringsTheDocumentAsItIsStored)
 {
     addOrder(u"0000007"_s, u"Ana"_s, u"CPF='11144477735'"_s);
-    openRecord();
+    record().show();
     press(5);
     EXPECT_EQ(record().Command1(5).caption(), u"&Colar"_s);
     EXPECT_TRUE(record().Command1(5).widget()->hasFocus());
@@ -160,7 +164,7 @@ TEST_F(OnSiteRecordTest, NumberIsLookedUpWithoutItsBlanks)
 {
     addOrder(u"0000001"_s, u"Ana"_s);
     addOrder(u"0000012"_s, u"Bia"_s);
-    openRecord();
+    record().show();
     for (const QString& asked : {u" 12 "_s, u" "_s}) {
         record().Text2.setText(asked);
         EXPECT_EQ(record().Text1(0).text(), u"Bia"_s);
@@ -189,24 +193,15 @@ TEST_F(OnSiteRecordTest, OpensFromButtonAndMenu)
 
 TEST_F(OnSiteRecordTest, LoadThatFailsTellsTwiceAndStaysOpen)
 {
-    setIni(u"Local"_s, u"Caminho"_s, folder() + u"/nowhere.mdb"_s);
     principal().show();
-    expectErrorBox(); // the connection's
-    expectErrorBox(u"Restaure o Banco"_s);
-    expectBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
-    expectErrorBox();
-    record().show();
-    EXPECT_TRUE(record().isVisible());
-    press(8);
-    EXPECT_FALSE(record().isLoaded());
-    EXPECT_TRUE(ends().empty());
+    expectToBeLeftWithoutDatabase(onSite(), 4);
 }
 
 // Leaving for another form of the program closes the pair and the form.
 TEST_F(OnSiteRecordTest, FocusThatLeavesClosesIt)
 {
     addOrder(u"0000001"_s, u"Ana"_s);
-    openRecord();
+    record().show();
     const auto connection = Conexao1.shared();
     record().focusLeft();
     EXPECT_FALSE(record().isLoaded());

@@ -31,7 +31,7 @@ protected:
 
 TEST_F(OnSiteSheetTest, PrintsWhatTheBoxesShowAndLinesOfAnyLengthMoveNothing)
 {
-    openRecord();
+    record().show();
     press(6);
     EXPECT_EQ(printed(), page(u"on-site-order"_s));
     record().Text1(19).setText(u"amanhã"_s);
@@ -52,8 +52,8 @@ TEST_F(OnSiteSheetTest, PrintsWhatTheBoxesShowAndLinesOfAnyLengthMoveNothing)
 // From the first line to the last one, and at the end of the document.
 TEST_F(OnSiteSheetTest, PrinterThatFailsAnywhereIsSilentAndTheNextSheetIsWhole)
 {
-    openRecord();
-    const QStringList before = orders();
+    record().show();
+    const QStringList before = names(onSite());
     const auto recorder = Printer::instance().device();
     bool failed = true;
     int calls = 0;
@@ -75,7 +75,7 @@ TEST_F(OnSiteSheetTest, PrinterThatFailsAnywhereIsSilentAndTheNextSheetIsWhole)
         }
     }
     EXPECT_GT(calls, 60);
-    EXPECT_EQ(orders(), before);
+    EXPECT_EQ(names(onSite()), before);
 }
 
 } // namespace

@@ -10,7 +10,6 @@ namespace {
 class WorkshopFaults : public WorkshopTest
 {
 protected:
-    static Form1Cli& cli() { return form<Form1Cli>(); }
     static Buscacli& search() { return form<Buscacli>(); }
 
     void beginAgain()
@@ -108,7 +107,7 @@ TEST_F(WorkshopFaults, ClashThatFailsToShowTheOtherOrderNeverWritesOverIt)
     const auto save = [] { click(cli().Command1(1)); };
     const auto prepare = [&] {
         beginAgain();
-        openRecord();
+        cli().show();
         click(cli().Command1(0));
         type(cli().Text1(0), u"Bia"_s);
         addOrder(u"0000004"_s, u"Caio"_s);

@@ -3,10 +3,10 @@
 #include "Buscacli.h"
 #include "Form1Cli.h"
 #include "Form1principal.h"
-#include "FormTest.h"
+#include "RecordTest.h"
 
 // Service orders with their twins, and the two forms that show them.
-class WorkshopTest : public FormTest
+class WorkshopTest : public RecordTest
 {
 protected:
     WorkshopTest()
@@ -34,12 +34,23 @@ protected:
         mainSql(u"UPDATE Cliente SET %1 WHERE numero='%2'"_s.arg(changes, number));
     }
 
-    Form1Cli& openRecord()
+    static Form1Cli& cli() { return form<Form1Cli>(); }
+    static void openRecordAt(const QString& number)
     {
-        form<Form1Cli>().show();
-        return form<Form1Cli>();
+        cli().show();
+        cli().Text2.setText(number);
     }
-    void openRecordAt(const QString& number) { openRecord().Text2.setText(number); }
+    Record clients()
+    {
+        return {cli(),
+                cli().Command1,
+                cli().Text1,
+                u"Cliente"_s,
+                u"Nome"_s,
+                u"Deseja Realmente Excluir este Cliente ?"_s,
+                [this](const QString& number, const QString& name) { addOrder(number, name); },
+                u"PECAAPLICADA"_s};
+    }
 
     QStringList orders() const
     {
