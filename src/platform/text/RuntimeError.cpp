@@ -46,7 +46,6 @@ constexpr Published Descriptions[] = {
     {RuntimeError::NoConnection, u"A conexão não pode ser usada para realizar esta operação. "
                                  u"Ela está fechada ou é inválida neste contexto."},
     {RuntimeError::InvalidGridRow, u"Valor de Row inválido"},
-    {RuntimeError::InvalidGridCol, u"Valor de Col inválido"},
     {RuntimeError::InvalidColWidth, u"Valor de ColWidth inválido"},
     {RuntimeError::PanelOutOfBounds, u"Índice fora dos limites"},
     {RuntimeError::EngineFault, u"Erro não especificado"},

@@ -39,7 +39,6 @@ public:
         ObjectOpen = 3705,
         NoConnection = 3709,
         InvalidGridRow = 30009,
-        InvalidGridCol = 30010,
         InvalidColWidth = 30014,
         PanelOutOfBounds = 35600,
         EngineFault = -2147467259,
