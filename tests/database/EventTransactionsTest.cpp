@@ -207,9 +207,10 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
     EXPECT_TRUE(told_.endsWith(u"Não repita a venda: feche e abra a tela."_s))
         << told_.toStdString();
 
-    // Where the shared file cannot be reached nothing is decided yet.
+    // Where the shared file cannot be reached nothing is decided yet, nor by a further line.
     setListMarkResolver([this] { return folder() + u"/nada.mdb"_s; });
     EXPECT_EQ(openList()->RecordCount(), 1);
+    add(*openList(), u"1"_s);
     setListMarkResolver([this] { return mainFile(); });
     EXPECT_EQ(openList()->RecordCount(), 0);
     EXPECT_EQ(state(), u"3 | "_s);
@@ -250,6 +251,16 @@ TEST_F(WriteOffTest, CopiedListIsNeitherEmptiedNorBookedTwice)
     EXPECT_EQ(stored(u"ESTOQUE"_s, u"Pecas"_s), QStringList{u"3"_s});
     second.reset();
     EXPECT_EQ(openCopy()->RecordCount(), 0);
+
+    // A copy that went on by itself is a sale of its own, whatever becomes of the other.
+    add(*openList(), u"1"_s);
+    Database::dropIdle();
+    ASSERT_TRUE(QFile::remove(copy) && QFile::copy(listFile(), copy));
+    add(*openCopy(), u"2"_s);
+    book(*openList(), u"2"_s);
+    Database::dropIdle();
+    EXPECT_EQ(openCopy()->RecordCount(), 2);
+    sql(copy, u"DELETE FROM Pecas"_s);
 
     // A sale of its own in each; one is cut off between the two files, the other is booked.
     add(*openCopy(), u"1"_s);

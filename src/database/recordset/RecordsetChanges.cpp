@@ -176,7 +176,7 @@ bool Recordset::State::showStored()
     auto row = std::make_shared<PackedRow>();
     bool exists = false;
     try {
-        exists = database->storedRow(table, overtaken, *row, Database::Look::Now);
+        exists = database->storedRow(table, overtaken, *row);
     } catch (const RuntimeError&) {
         return false;
     }

@@ -117,7 +117,7 @@ std::vector<Value> Recordset::storedValues() const
     state.requireNoNewRow();
     state.requireRow();
     PackedRow row;
-    if (!state.database->storedRow(state.table, rowKey(), row, Database::Look::Now))
+    if (!state.database->storedRow(state.table, rowKey(), row))
         throw RuntimeError(RuntimeError::RowChanged);
     std::vector<Value> values;
     values.reserve(static_cast<size_t>(fieldCount()));

@@ -44,7 +44,7 @@ void Recordset::State::load()
     const std::shared_ptr<const TableImage> image = database->image(table);
     rows = RecordsetRows(image, likeField ? image->search(*likeField, *pattern)
                                           : image->order(orderField));
-    shown = database->stamp(table, Database::Look::OnceAnEvent);
+    shown = database->stamp(table);
     uncertain = database->isWriting();
     mustReload = false;
 }
@@ -85,7 +85,7 @@ void Recordset::State::recover()
 
 void Recordset::State::refreshDynamic()
 {
-    if (cursor == CursorType::Dynamic && database->stamp(table, Database::Look::Now) != shown)
+    if (cursor == CursorType::Dynamic && database->stampNow(table) != shown)
         reload();
 }
 
@@ -154,7 +154,7 @@ RowView Recordset::State::version() const
 void Recordset::State::takeVersion()
 {
     auto row = std::make_shared<PackedRow>();
-    const bool exists = database->storedRow(table, rows.row(place).id(), *row, Database::Look::Now);
+    const bool exists = database->storedRow(table, rows.row(place).id(), *row);
     retaken = exists ? std::move(row) : nullptr;
     isRetaken = true;
 }

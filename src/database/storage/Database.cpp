@@ -47,7 +47,6 @@ void Database::lookAfresh()
     if (counter_ != counter)
         forgetImages();
     counter_ = counter;
-    lookedInEvent_ = TransactionKeeper::current().currentEvent();
 }
 
 void Database::requireUsable()
@@ -57,12 +56,15 @@ void Database::requireUsable()
         storage_->changeCounter();
 }
 
-Database::Stamp Database::stamp(int table, Look look)
+Database::Stamp Database::stamp(int table) const
 {
-    const quint64 event = TransactionKeeper::current().currentEvent();
-    if (look == Look::Now || event == 0 || event != lookedInEvent_)
-        lookAfresh();
-    return {foreignWrites_, at(table).ownWrites};
+    return {foreignWrites_, tables_[static_cast<std::size_t>(table)].ownWrites};
+}
+
+Database::Stamp Database::stampNow(int table)
+{
+    lookAfresh();
+    return stamp(table);
 }
 
 std::shared_ptr<const TableImage> Database::image(int table)
@@ -87,9 +89,9 @@ std::shared_ptr<const TableImage> Database::image(int table)
     return known.image;
 }
 
-bool Database::storedRow(int table, qint64 id, PackedRow& row, Look look)
+bool Database::storedRow(int table, qint64 id, PackedRow& row)
 {
-    stamp(table, look);
+    lookAfresh();
     const Table& known = at(table);
     if (!known.image)
         return storage_->readRow(table, id, row);
@@ -171,8 +173,10 @@ void Database::insert(int table, PackedRow& row)
 {
     WriteStep step(*this);
     step.run([&] {
-        if (storage_->isList() && storage_->isEmpty(table))
-            storage_->beginList();
+        // With each line, so that two copies of one list that go on apart are two sales; but a list
+        // that may be booked already keeps the name that tells it.
+        if (storage_->isList() && (listChecked_ || storage_->isEmpty(table)))
+            storage_->renameSale();
         row.setId(storage_->insert(table, row.view()));
     });
     noteChange(table, row.view().id(), std::make_shared<PackedRow>(row));

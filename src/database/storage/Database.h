@@ -48,25 +48,21 @@ public:
     // The errors of opening the file, where it is locked, cut or overwritten by now.
     void requireUsable();
 
-    // Changes whenever anyone has written the table, or the file from elsewhere.
+    // Another one whenever anyone has written the table, or the file from elsewhere.
     struct Stamp
     {
         quint64 foreign = 0;
         quint64 own = 0;
         bool operator==(const Stamp&) const = default;
     };
-    // Looks whether somebody else has written: at each call, or once in an event.
-    enum class Look
-    {
-        Now,
-        OnceAnEvent
-    };
-    Stamp stamp(int table, Look look);
+    // As of the last look into the file, or after another one.
+    Stamp stamp(int table) const;
+    Stamp stampNow(int table);
 
     // The table as it stands, this program's own writes included.
     std::shared_ptr<const TableImage> image(int table);
     // The stored row, false where there is none any more.
-    bool storedRow(int table, qint64 id, PackedRow& row, Look look = Look::OnceAnEvent);
+    bool storedRow(int table, qint64 id, PackedRow& row);
 
     // The following write in the transaction of the running event, or in one of their own.
     // The row's id is set to the new one.
@@ -129,7 +125,6 @@ private:
     std::vector<Tables> kept_; // one for the lock and one for each part
     std::optional<quint64> counter_;
     quint64 foreignWrites_ = 0;
-    quint64 lookedInEvent_ = 0;
     bool listChecked_ = false;
     bool hasChanges_ = false;
     std::vector<TransactionWitness*> witnesses_;

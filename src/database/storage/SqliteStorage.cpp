@@ -258,7 +258,7 @@ void SqliteStorage::setListState(const ListState& list)
         write(*list.finished);
 }
 
-void SqliteStorage::beginList()
+void SqliteStorage::renameSale()
 {
     ListState list = listState().value_or(ListState());
     list.sale = freshSale();

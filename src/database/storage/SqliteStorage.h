@@ -35,7 +35,7 @@ public:
 
     bool isList() const override { return hasListTable_; }
     std::optional<ListState> listState() override;
-    void beginList() override;
+    void renameSale() override;
     void finishList() override;
     bool isFinished(const SaleName& sale) override;
     void markFinished(const ListState& list) override;

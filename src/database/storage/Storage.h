@@ -16,7 +16,7 @@ public:
     using RuntimeError::RuntimeError;
 };
 
-// Names a sale, from its first line to its booking. The number serves files of former times, whose
+// Names a sale, from its latest line to its booking. The number serves files of former times, whose
 // lists kept one name for all their sales.
 struct SaleName
 {
@@ -71,9 +71,8 @@ public:
     virtual bool isList() const = 0;
     // Of a sale list; nothing for every other file.
     virtual std::optional<ListState> listState() = 0;
-    // A sale begins with its first line: by a name that no copy of the file can have. It is done
-    // with.
-    virtual void beginList() = 0;
+    // The sale gets a name that no copy of the file can have. It is done with.
+    virtual void renameSale() = 0;
     virtual void finishList() = 0;
     // Of the shared file: whether it knows the sale as booked; and that it shall, and forget the
     // sale before it.
