@@ -79,6 +79,17 @@ void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int>
         buttons(index).setEnabled(enabled);
 }
 
+void leaveNewAndClose(ControlArray<CommandButton>& buttons)
+{
+    setEnabled(buttons, button::Salvar, 7, false);
+    setEnabled(buttons, button::Cancela, button::Ultima, false);
+}
+
+bool isNewRow(ControlArray<CommandButton>& buttons)
+{
+    return buttons(button::Salvar).enabled() && !buttons(button::Excluir).enabled();
+}
+
 void setLocked(ControlArray<TextBox>& boxes, int first, int last, bool locked)
 {
     for (int index = first; index <= last; ++index)
@@ -126,6 +137,18 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
         break;
     default: break;
     }
+}
+
+void leaveDeletedRow(ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons)
+{
+    table->MovePrevious();
+    if (table->bof()) {
+        table->MoveNext();
+        buttons(button::Posterior).setEnabled(true);
+        buttons(button::Anterior).setEnabled(false);
+    }
+    if (table->eof())
+        setEnabled(buttons, {button::Anterior, button::Posterior}, false);
 }
 
 ObjectVariable<Recordset> openedAnew(const QString& sql,

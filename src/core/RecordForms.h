@@ -48,6 +48,10 @@ void openStatic(ObjectVariable<Recordset>& table, const ObjectVariable<Connectio
 void setEnabled(ControlArray<CommandButton>& buttons, int first, int last, bool enabled);
 void setEnabled(ControlArray<CommandButton>& buttons, std::initializer_list<int> indexes,
                 bool enabled);
+// All that an empty table has a use for.
+void leaveNewAndClose(ControlArray<CommandButton>& buttons);
+// Whether the boxes are open for a row that is not stored yet; an old one can be deleted meanwhile.
+bool isNewRow(ControlArray<CommandButton>& buttons);
 void setLocked(ControlArray<TextBox>& boxes, int first, int last, bool locked);
 void clear(ControlArray<TextBox>& boxes, int first, int last);
 
@@ -59,6 +63,10 @@ void navigate(int index, ObjectVariable<Recordset>& table, ControlArray<CommandB
 // serving.
 ObjectVariable<Recordset> openedAnew(const QString& sql,
                                      const ObjectVariable<Connection>& connection);
+
+// From the row that was just deleted to its neighbour, as the navigation bar does. Error 3021 where
+// no row is left.
+void leaveDeletedRow(ObjectVariable<Recordset>& table, ControlArray<CommandButton>& buttons);
 
 // What "Abrir" of a search dialog does to its recordset; serves nobody, and fails silently.
 void endSearch(ObjectVariable<Recordset>& table, const QString& field, const QString& text);

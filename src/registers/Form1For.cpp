@@ -200,8 +200,7 @@ void Form1For::AtualizaContagem()
     LimpaCampos();
     Text1(BoxCount).setText(u"0000000"_s);
     Text4.setText(u"0000000"_s);
-    setEnabled(Command1, 1, 7, false);
-    setEnabled(Command1, 9, 13, false);
+    leaveNewAndClose(Command1);
 }
 
 void Form1For::Command1_Click(int Index)

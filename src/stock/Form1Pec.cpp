@@ -109,14 +109,7 @@ try {
 void Form1Pec::ApagaPeca()
 try {
     inOnePiece({Conexao1}, [] { Tabela1->Delete(); });
-    Tabela1->MovePrevious();
-    if (Tabela1->bof()) {
-        Tabela1->MoveNext();
-        Command1(button::Posterior).setEnabled(true);
-        Command1(button::Anterior).setEnabled(false);
-        if (Tabela1->eof())
-            setEnabled(Command1, {button::Anterior, button::Posterior}, false);
-    }
+    leaveDeletedRow(Tabela1, Command1);
     FlagRecarga = 1;
     CarregaGridPecas();
     MostraFichaPeca();
@@ -150,8 +143,7 @@ void Form1Pec::ContaPecas()
     Text1(16).setText(u"0000000"_s);
     MSFlexGrid1.setTabStop(false);
     Text1(BoxCode).setText(u"0000000"_s);
-    setEnabled(Command1, 1, 7, false);
-    setEnabled(Command1, 9, 13, false);
+    leaveNewAndClose(Command1);
 }
 
 void Form1Pec::LimpaFichaPeca()
@@ -325,9 +317,7 @@ void Form1Pec::backToBrowsing()
 
 void Form1Pec::MSFlexGrid1_Click()
 {
-    const bool isNewRow =
-        Command1(button::Salvar).enabled() && !Command1(button::Excluir).enabled();
-    if (!onDataRow(MSFlexGrid1) || isNewRow)
+    if (!onDataRow(MSFlexGrid1) || isNewRow(Command1))
         return;
     // Emptied first while browsing, so that the part clicked last is looked up again: after a save
     // another row is current than the one on show. In an edit that would drop what was typed.

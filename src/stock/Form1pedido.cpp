@@ -142,8 +142,7 @@ void Form1pedido::ContaPedidos()
     LimpaPedido();
     Text1(BoxCount).setText(u"0000000"_s);
     MSFlexGrid1.setTabStop(false);
-    setEnabled(Command1, 1, 7, false);
-    setEnabled(Command1, 9, 13, false);
+    leaveNewAndClose(Command1);
     Text1(BoxCode).setText(u"0000000"_s);
 }
 
@@ -172,14 +171,7 @@ void Form1pedido::DesligaBotoes()
 void Form1pedido::ApagaPedido()
 try {
     inOnePiece({Conexao1}, [] { Tabela1->Delete(); });
-    Tabela1->MovePrevious();
-    if (Tabela1->bof()) {
-        Tabela1->MoveNext();
-        Command1(button::Posterior).setEnabled(true);
-        Command1(button::Anterior).setEnabled(false);
-        if (Tabela1->eof())
-            setEnabled(Command1, {button::Anterior, button::Posterior}, false);
-    }
+    leaveDeletedRow(Tabela1, Command1);
     FlagRecarga = 1;
     CarregaGridPedido();
     MostraPedido();
@@ -279,12 +271,6 @@ bool Form1pedido::isBrowsing() const
     return Command1(button::Editar).enabled();
 }
 
-// The grid does nothing meanwhile.
-bool Form1pedido::isNewRow() const
-{
-    return Command1(button::Salvar).enabled() && !Command1(button::Excluir).enabled();
-}
-
 void Form1pedido::backToBrowsing()
 {
     LigaBotoes();
@@ -300,7 +286,7 @@ void Form1pedido::openBoxes()
 
 void Form1pedido::MSFlexGrid1_Click()
 {
-    if (!onDataRow(MSFlexGrid1, CodeColumn) || isNewRow())
+    if (!onDataRow(MSFlexGrid1, CodeColumn) || isNewRow(Command1))
         return;
     // Emptied first while browsing, so that the order clicked last is looked up again; in an edit a
     // second click on the same row leaves alone what was typed.
@@ -321,7 +307,7 @@ void Form1pedido::Text2_Change()
 // Esc deletes without a question, and it deletes the row on show, whichever is marked in the grid.
 void Form1pedido::MSFlexGrid1_KeyPress(int KeyAscii)
 {
-    if (KeyAscii != KeyEscape || !onDataRow(MSFlexGrid1, CodeColumn) || isNewRow())
+    if (KeyAscii != KeyEscape || !onDataRow(MSFlexGrid1, CodeColumn) || isNewRow(Command1))
         return;
     if (Tabela1->rowKey() != rowOnShow_) {
         // After a save another row is current than the one on show: it is shown before it may go.

@@ -54,7 +54,6 @@ private:
     std::vector<BoxField> campos() const;
     void fillRow();
     bool isBrowsing() const;
-    bool isNewRow() const;
     void backToBrowsing();
     void openBoxes();
     void showCurrentRow();

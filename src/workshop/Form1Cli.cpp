@@ -143,8 +143,7 @@ void Form1Cli::AtualizaContagem()
         box->setText(u"0000000"_s);
     for (int flag = 0; flag < 4; ++flag)
         Check1(flag).setEnabled(false);
-    setEnabled(Command1, 1, 7, false);
-    setEnabled(Command1, 9, 13, false);
+    leaveNewAndClose(Command1);
 }
 
 void Form1Cli::Command1_Click(int Index)

@@ -146,14 +146,7 @@ void Form1Cli::ExcluiFicha()
             if (!Tabela4->eof()) // else the order goes alone
                 Tabela4->Delete();
         });
-        Tabela1->MovePrevious();
-        if (Tabela1->bof()) {
-            Tabela1->MoveNext();
-            Command1(button::Posterior).setEnabled(true);
-            Command1(button::Anterior).setEnabled(false);
-        } else if (Tabela1->eof()) {
-            setEnabled(Command1, {button::Anterior, button::Posterior}, false);
-        }
+        leaveDeletedRow(Tabela1, Command1);
     } catch (const RuntimeError&) {
         // Ends silently. An order that stays is shown as it is stored now.
     }

@@ -175,8 +175,7 @@ void Form1manutencao::AtualizaContagem()
     }
     LimpaCampos();
     Text5.setText(u"0000000"_s);
-    setEnabled(Command1, 1, 7, false);
-    setEnabled(Command1, 9, 13, false);
+    leaveNewAndClose(Command1);
     Text6.setText(u"0000000"_s);
 }
 
@@ -208,14 +207,7 @@ try {
         AtualizaContagem();
         return;
     }
-    Tabela1->MovePrevious();
-    if (Tabela1->bof()) {
-        Tabela1->MoveNext();
-        Command1(button::Posterior).setEnabled(true);
-        Command1(button::Anterior).setEnabled(false);
-    } else if (Tabela1->eof()) {
-        setEnabled(Command1, {button::Anterior, button::Posterior}, false);
-    }
+    leaveDeletedRow(Tabela1, Command1);
     MostraFicha();
     AtualizaContagem();
 } catch (const RuntimeError&) {
