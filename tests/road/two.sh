@@ -9,7 +9,7 @@ parts='^Cadastro de Peças'
 sale='^Venda de peças'
 
 hold() {
-    exec {lock}> >(exec sqlite3 "$main" >"$work/hold.log")
+    exec {lock}> >(exec sqlite3 -cmd ".timeout 5000" "$main" >"$work/hold.log")
     echo 'BEGIN IMMEDIATE;' >&"$lock"
     wait_for 'the lock' 10 locked
 }
