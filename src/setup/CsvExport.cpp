@@ -1,10 +1,12 @@
 #include "CsvExport.h"
 
 #include "DurableFile.h"
+#include "FileRights.h"
 #include "RuntimeError.h"
 #include "Schema.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSaveFile>
 
 using namespace Qt::Literals::StringLiterals;
@@ -56,7 +58,7 @@ void writeWhole(const QString& path, const QByteArray& bytes)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         throw RuntimeError(RuntimeError::PathFileAccess);
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    setRights(file.handle(), QFileInfo(path).absolutePath(), Rights::OfOwner);
     if (file.write(bytes) != bytes.size() || !commitDurably(file))
         throw RuntimeError(RuntimeError::DiskFull);
 }

@@ -3,6 +3,7 @@
 #include "BulkInsert.h"
 #include "Database.h"
 #include "DurableFile.h"
+#include "FileRights.h"
 #include "RuntimeError.h"
 #include "SampleData.h"
 #include "Schema.h"
@@ -10,6 +11,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QSaveFile>
 
@@ -44,7 +46,7 @@ void writeIni(const QString& path, const QString& text)
     const QByteArray bytes = iniBytes(text);
     if (!file.open(QIODevice::WriteOnly))
         throw RuntimeError(RuntimeError::PathFileAccess);
-    denyOthers(file);
+    setRights(file.handle(), QFileInfo(path).absolutePath(), Rights::OfGroup);
     if (file.write(bytes) != bytes.size() || !commitDurably(file))
         throw RuntimeError(RuntimeError::PathFileAccess);
 }

@@ -3,6 +3,8 @@
 #include "FullDisk.h"
 #include "Funciones.h"
 #include "Installation.h"
+#include "ProfileFile.h"
+#include "SafetyCopy.h"
 #include "ShopFolder.h"
 
 #include <QDir>
@@ -10,6 +12,7 @@
 #include <QScopeGuard>
 #include <QStandardPaths>
 
+#include <sys/stat.h>
 #include <thread>
 
 using InstallationTest = DatabaseTest;
@@ -113,6 +116,25 @@ TEST_F(InstallationTest, TwoAtOnceMakeOneInstallationThatIsNoOneElses)
             << "nobody's document is made up";
     EXPECT_EQ(Funciones::LeIni(u"Local"_s, u"Caminho2"_s, lain.filePath(u"Banco.ini"_s)),
               lain.filePath(u"GALTERIA1.mdb"_s));
+}
+
+// Given to a group: writable for it, and with the bit by which all files in it are the group's.
+TEST_F(InstallationTest, WhatLiesInAFolderGivenToAGroupIsTheGroupsToWrite)
+{
+    const std::pair<mode_t, bool> folders[]{{02770, true}, {0770, false}, {02750, false}};
+    for (const auto& [mode, isGiven] : folders) {
+        const QString place = folder() + u'/' + QString::number(mode);
+        QDir().mkpath(place);
+        ASSERT_EQ(::chmod(place.toUtf8().constData(), mode), 0);
+        layDownInstallation(place, false);
+        ExclusiveFile(place + u"/GALTERIA1.mdb"_s).copyTo(place + u"/Copia.seguranca"_s);
+        writeProfileString(u"a"_s, u"b"_s, u"c"_s, place + u"/novo.ini"_s);
+        const QFileInfoList files = QDir(place).entryInfoList(QDir::Files);
+        EXPECT_EQ(files.size(), 5);
+        for (const QFileInfo& file : files)
+            EXPECT_EQ(file.permission(QFile::ReadGroup | QFile::WriteGroup), isGiven)
+                << file.filePath().toStdString();
+    }
 }
 
 // Each kind of start finds its folder, and none but the user's own is ever laid down.

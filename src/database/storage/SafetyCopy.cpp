@@ -2,6 +2,7 @@
 
 #include "Database.h"
 #include "FileFormat.h"
+#include "FileRights.h"
 #include "Patience.h"
 #include "RuntimeError.h"
 #include "SqliteHandle.h"
@@ -44,6 +45,16 @@ void removeFile(const QString& path)
     // A journal left alone would be taken for that of the next file of its name.
     QFile::remove(path + u"-journal"_s);
     QFile::remove(path);
+}
+
+// Nobody else reads the shop's data in it, from its first byte on. The engine fills an empty file as
+// it would fill a new one.
+void makeClosed(const QString& path, Rights rights)
+{
+    QFile empty(path);
+    if (!empty.open(QIODevice::NewOnly))
+        throw RuntimeError(RuntimeError::PathFileAccess);
+    setRights(empty.handle(), QFileInfo(path).absolutePath(), rights);
 }
 
 // Brings a file, or a folder's names, to the disk. Some network drives know no sync.
@@ -104,7 +115,8 @@ enum class Check
     None // what lies in a damaged file is worth keeping, too
 };
 
-void copyDurably(SqliteHandle& source, const QString& path, Check check, const Tick& tick)
+void copyDurably(SqliteHandle& source, const QString& path, Check check, const Tick& tick,
+                 Rights rights = Rights::OfOwner)
 {
     requireFolder(QFileInfo(path).absolutePath());
     if (QFileInfo(path).isDir())
@@ -113,8 +125,8 @@ void copyDurably(SqliteHandle& source, const QString& path, Check check, const T
     removeFile(partial);
     try {
         {
+            makeClosed(partial, rights);
             SqliteHandle target(partial, SqliteHandle::Mode::Create, Database::vfs());
-            QFile::setPermissions(partial, QFile::ReadOwner | QFile::WriteOwner);
             copyContent(target, source, tick);
             if (check == Check::Whole)
                 requireWholeMainFile(target);
@@ -166,6 +178,7 @@ void ExclusiveFile::compactTo(const QString& path)
 {
     requireFolder(QFileInfo(path).absolutePath());
     removeFile(path);
+    makeClosed(path, Rights::OfOwner);
     {
         SqliteStatement compact(*handle_, "VACUUM INTO ?1");
         const std::string name = QFile::encodeName(path).toStdString();
@@ -173,7 +186,6 @@ void ExclusiveFile::compactTo(const QString& path)
         compact.step();
     }
     SqliteHandle compacted(path, SqliteHandle::Mode::Existing, Database::vfs());
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
     compacted.execute(("PRAGMA application_id=" + std::to_string(fileformat::Marked)).c_str());
 }
 
@@ -203,7 +215,7 @@ void restoreFromCopy(const QString& copy, const QString& live, const QString& be
         requireWholeMainFile(source);
         if (!QFile::exists(live) || !isDatabase(live)) {
             Database::dropIdle();
-            copyDurably(source, live, Check::Whole, tick);
+            copyDurably(source, live, Check::Whole, tick, Rights::OfGroup);
             return;
         }
     }

@@ -32,7 +32,7 @@ public:
     void takeOver(const QString& path);
     // A copy that is written under a temporary name beside the target, checked whole, brought to
     // the disk and renamed: the target is the old copy or the new one, never half of one. Readable
-    // by its owner only.
+    // by its owner only, or by the group that the folder was given to.
     void copyTo(const QString& path);
     // The same without the check: what lies in a damaged file is worth keeping, too.
     void keepAs(const QString& path);

@@ -2,6 +2,7 @@
 
 #include "Database.h"
 #include "FileFormat.h"
+#include "FileRights.h"
 #include "RuntimeError.h"
 #include "SqliteHandle.h"
 
@@ -46,8 +47,7 @@ void schema::createFile(const QString& path, const std::vector<TableDefinition>&
     QFile empty(path);
     if (!empty.open(QIODevice::NewOnly))
         throw RuntimeError(RuntimeError::PathFileAccess);
-    empty.setPermissions(empty.permissions() &
-                         ~(QFile::ReadOther | QFile::WriteOther | QFile::ExeOther));
+    setRights(empty.handle(), info.absolutePath(), Rights::OfGroup);
     empty.close();
     try {
         SqliteHandle handle(path, SqliteHandle::Mode::Create, Database::vfs());

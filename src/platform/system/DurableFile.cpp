@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -38,13 +37,4 @@ bool commitDurably(QSaveFile& file)
         return false;
     syncFolder(QFileInfo(file.fileName()).absolutePath());
     return true;
-}
-
-void denyOthers(QSaveFile& file)
-{
-    struct stat state
-    {
-    };
-    if (fstat(file.handle(), &state) == 0)
-        fchmod(file.handle(), state.st_mode & (S_IRWXU | S_IRWXG));
 }

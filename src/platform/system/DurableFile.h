@@ -7,7 +7,3 @@ class QSaveFile;
 // power cut takes the new name back. False, with whatever stood under the name before, where a
 // write, the sync or the rename failed.
 bool commitDurably(QSaveFile& file);
-
-// Takes from a file that is being made every right of those who are neither its owner nor of its
-// group; before the first byte is written.
-void denyOthers(QSaveFile& file);

@@ -2,6 +2,7 @@
 
 #include "DurableFile.h"
 #include "Faults.h"
+#include "FileRights.h"
 #include "Profile.h"
 #include "RuntimeError.h"
 
@@ -55,7 +56,7 @@ bool write(const QString& section, const QString& key, const QString& value, con
     if (!file.open(QIODevice::WriteOnly))
         return false;
     if (!target.exists())
-        denyOthers(file);
+        setRights(file.handle(), QFileInfo(real).absolutePath(), Rights::OfGroup);
     return file.write(after) == after.size() && commitDurably(file);
 }
 
