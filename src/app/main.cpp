@@ -28,7 +28,9 @@
 #include <QDir>
 #include <QIcon>
 
+#include <clocale>
 #include <cstdio>
+#include <langinfo.h>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -102,6 +104,13 @@ void addForms()
     addForm<frmAbout>();
 }
 
+// Under another character set the toolkit finds no table of dead keys, and no accent can be typed.
+void useUtf8()
+{
+    if (!setlocale(LC_CTYPE, "") || qstrcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+        qputenv("LC_ALL", "C.UTF-8");
+}
+
 bool useShopFolder(const QString& named)
 try {
     const ShopFolder shop = chooseShopFolder(named, applicationFolder());
@@ -132,6 +141,7 @@ int main(int argc, char** argv)
     if (const std::optional<int> status = answer(parser, isUnderstood))
         return *status;
 
+    useUtf8();
     QApplication application(argc, argv);
     prepareApplication(application);
     QApplication::setWindowIcon(QIcon(u":/icons/vorbelo.svg"_s));

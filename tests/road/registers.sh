@@ -1,7 +1,12 @@
 # A firm and a defect, from the first key to the look-up: by keyboard and mouse, in the real program.
 
 lay_down registros
-start registros
+# An old computer may still have the character set of western Europe.
+old=C
+if localedef -i pt_BR -f ISO-8859-1 "$work/pt_BR.ISO-8859-1" 2>"$work/locale.log"; then
+    old=pt_BR.ISO-8859-1
+fi
+LOCPATH=$work LC_ALL=$old start registros
 enter_as_administrator
 book="$work/registros/GALTERIA1.mdb"
 main='Usuario: Administrador'
@@ -39,11 +44,13 @@ key Tab space Tab space
 arrive "$firms"
 key alt+e
 key ctrl+a
-text 'Casa Nova'
+text 'Casa S'
+key dead_tilde a
+text 'o'
 key alt+s
 expect_rows 'the firm that was found is the one that is edited' "$book" \
     "SELECT NOMEEMPRESA||'|'||TELEFONE||'|'||CGC FROM FORNECEDOR" \
-    'Casa Nova|(19)3232-4410|11-222-333-0001/81'
+    'Casa São|(19)3232-4410|11-222-333-0001/81'
 key alt+f
 leave "$firms"
 
