@@ -146,9 +146,9 @@ void Form1relatorio::CarregaGridPeriodo()
         showSums(sums);
         MSFlexGrid1.setRows(MSFlexGrid1.Rows() - 1);
         FechaBanco();
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         showSums(sums);
-        MsgBox(u"Erro ao carregar grid"_s);
+        tellFault(error, u"Erro ao carregar grid"_s);
     }
 }
 
@@ -162,8 +162,8 @@ try {
         MSFlexGrid1.setRows(MSFlexGrid1.Rows() + 1);
         Tabela1->MoveNext();
     }
-} catch (const RuntimeError&) {
-    MsgBox(u"erro ao deletar"_s);
+} catch (const RuntimeError& error) {
+    tellFault(error, u"erro ao deletar"_s);
     CarregaGridPeriodo();
 }
 

@@ -2,8 +2,8 @@
 
 #include "Dates.h"
 #include "Funciones.h"
-#include "MsgBox.h"
 #include "Printer.h"
+#include "RecordForms.h"
 #include "RuntimeError.h"
 #include "SheetHead.h"
 #include "Strings.h"
@@ -66,6 +66,6 @@ try {
                    u"R$:"_s, Tab{99 + valueShift}, Text3.text()});
     printer.print();
     printer.EndDoc();
-} catch (const RuntimeError&) {
-    MsgBox(u"Erro ao imprimir"_s);
+} catch (const RuntimeError& error) {
+    tellFault(error, u"Erro ao imprimir"_s);
 }

@@ -2,6 +2,7 @@
 #include "Buscacli.h"
 #include "Buscafornecedor.h"
 #include "EventTransactions.h"
+#include "FaultLog.h"
 #include "Form1Cli.h"
 #include "Form1Configurar.h"
 #include "Form1Defeitos.h"
@@ -123,6 +124,7 @@ try {
     return true;
 } catch (const RuntimeError& error) {
     say(stderr, error.text());
+    faultlog::note(faultlog::Kind::RefusedOpen, {}, error);
     MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical);
     return false;
 }

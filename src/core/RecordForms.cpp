@@ -1,9 +1,11 @@
 #include "RecordForms.h"
 
 #include "Application.h"
+#include "FaultLog.h"
 #include "Form1principal.h"
 #include "Format.h"
 #include "Funciones.h"
+#include "GateFrames.h"
 #include "MsgBox.h"
 #include "Numbers.h"
 #include "RuntimeError.h"
@@ -56,8 +58,16 @@ void tellFailedLoad(const RuntimeError& error, const QString& title)
 
 void tellError(const RuntimeError& error, const QString& title)
 {
-    if (!error.wasTold())
-        MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, title);
+    if (error.wasTold())
+        return;
+    faultlog::note(faultlog::Kind::Fault, runningForm(), error);
+    MsgBox(error.text(), BoxButtons::Ok, BoxIcon::Critical, title);
+}
+
+void tellFault(const RuntimeError& error, const QString& text)
+{
+    faultlog::note(faultlog::Kind::Fault, runningForm(), error);
+    MsgBox(text);
 }
 
 void openStatic(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection,

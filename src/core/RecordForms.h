@@ -40,6 +40,8 @@ void tellFailedLoad(const RuntimeError& error, const QString& title = {});
 // Critical box with the title, "Erro nº ", number, line break and description; nothing where the
 // user was told of this error already.
 void tellError(const RuntimeError& error, const QString& title);
+// The form's own words for an error, in a plain box; the log tells which error it was.
+void tellFault(const RuntimeError& error, const QString& text);
 // Opens the table static and optimistic.
 void openStatic(ObjectVariable<Recordset>& table, const ObjectVariable<Connection>& connection,
                 const QString& sql);

@@ -96,8 +96,8 @@ try {
     LimpaCampos();
     AtualizaContagem();
     TravaCampos();
-} catch (const RuntimeError&) {
-    MsgBox(u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
+} catch (const RuntimeError& error) {
+    tellFault(error, u"Erro ao iniciar o Fornulario,informe ao programador o erro"_s);
 }
 
 void Form1For::Form_Unload()

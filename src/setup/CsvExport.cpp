@@ -57,7 +57,7 @@ void writeWhole(const QString& path, const QByteArray& bytes)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        throw RuntimeError(RuntimeError::PathFileAccess);
+        refuseFolder(QFileInfo(path).absolutePath());
     setRights(file.handle(), QFileInfo(path).absolutePath(), Rights::OfOwner);
     if (file.write(bytes) != bytes.size() || !commitDurably(file))
         throw RuntimeError(RuntimeError::DiskFull);
@@ -67,7 +67,7 @@ QStringList exportTables(const ShopFiles& files, const QString& folder)
 {
     const QDir place(folder);
     if (!place.mkpath(u"."_s))
-        throw RuntimeError(RuntimeError::PathFileAccess);
+        refuseFolder(folder);
     QStringList written;
     const auto write = [&](const QString& name, const QString& path, const TableDefinition& table) {
         writeWhole(place.filePath(name), tableText(path, table));

@@ -7,6 +7,7 @@
 #include "RuntimeError.h"
 #include "SampleData.h"
 #include "Schema.h"
+#include "ShopFiles.h"
 #include "Windows1252.h"
 
 #include <QDir>
@@ -106,7 +107,7 @@ QStringList layDownInstallation(const QString& folder, bool withExamples)
 {
     const QDir place(folder);
     if (!place.mkpath(u"."_s))
-        throw RuntimeError(RuntimeError::PathFileAccess);
+        refuseFolder(folder);
     if (missingIn(place).isEmpty())
         return {};
 
@@ -114,7 +115,7 @@ QStringList layDownInstallation(const QString& folder, bool withExamples)
     constexpr int LongestWait = 60'000; // milliseconds
     QLockFile alone(place.filePath(u".vorbelo-setup.lock"_s));
     if (!alone.tryLock(LongestWait))
-        throw RuntimeError(RuntimeError::PathFileAccess);
+        refuseFolder(folder);
     QStringList missing = missingIn(place);
     const QString mainFile = place.absoluteFilePath(u"GALTERIA1.mdb"_s);
     if (missing.contains(u"GALTERIA1.mdb"_s)) {

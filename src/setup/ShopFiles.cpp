@@ -21,6 +21,13 @@ ShopFiles shopFiles(const QString& folder)
     return files;
 }
 
+void refuseFolder(const QString& folder)
+{
+    throw RuntimeError(RuntimeError::PathFileAccess,
+                       u"Não é possível gravar na pasta %1."_s.arg(
+                           QDir::toNativeSeparators(QDir(folder).absolutePath())));
+}
+
 void forEachRow(const QString& path, const QString& select,
                 const std::function<void(Recordset& row)>& take)
 {

@@ -5,6 +5,7 @@
 #include "EventTransactions.h"
 #include "Form1principal.h"
 #include "Funciones.h"
+#include "RecordForms.h"
 #include "RuntimeError.h"
 
 #include <QDir>
@@ -66,6 +67,14 @@ TEST_F(FaultLogTest, EachKindLeavesALineWithItsFormAndNumber)
     event(OnError::Box, [] { throw RuntimeError(13); });
     event(OnError::Silent, [] { throw RuntimeError(5); });
     event(OnError::Box, [] { throw RuntimeError(70).told(); });
+    // A form's own boxes.
+    expectErrorBox(u"Erro nº 76\n"_s);
+    expectBox(u"erro ao deletar"_s);
+    event(OnError::Box, [] {
+        tellError(RuntimeError(76), u"Backup"_s);
+        tellError(RuntimeError(76).told(), u"Backup"_s);
+        tellFault(RuntimeError(3021), u"erro ao deletar"_s);
+    });
 
     expectErrorBox(u"Erro nº 61\n"_s);
     event(OnError::Box, [] {
@@ -81,6 +90,9 @@ TEST_F(FaultLogTest, EachKindLeavesALineWithItsFormAndNumber)
     event(OnError::End, [] { throw RuntimeError(53); });
     EXPECT_EQ(lines(), (QStringList{
                            u"Bare|falha|13 Tipos incompatíveis"_s,
+                           u"Bare|falha|76 Caminho não encontrado"_s,
+                           u"Bare|falha|"_s + RuntimeError(3021).text().section(u"nº "_s, 1)
+                                                  .replace(u'\n', u' '),
                            u"Bare|gravação perdida|61 Disco cheio"_s,
                            u"Bare|arquivo não abriu|-2147467259 Não foi possível encontrar o "
                            "arquivo '...'."_s,
