@@ -1,5 +1,7 @@
 #include "SiteAddress.h"
 
+#include "RuntimeError.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QUrl>
@@ -7,8 +9,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-const QString Site = u"http://www.vorbelo.example"_s;
 
 QString pageOf(const QString& path)
 {
@@ -29,5 +29,8 @@ QString siteAddress(const QString& path, const QString& programFolder)
         if (page.isFile() && page.isReadable())
             return QUrl::fromLocalFile(page.canonicalFilePath()).toString(QUrl::FullyEncoded);
     }
-    return Site + path;
+    throw RuntimeError(
+        RuntimeError::FileNotFound,
+        u"Falta a página %1 do manual, que acompanha o programa. Instale o programa de novo."_s.arg(
+            pageOf(path)));
 }

@@ -27,13 +27,16 @@ QByteArray quoted(const QString& text)
 
 QByteArray tableText(const QString& path, const TableDefinition& table)
 {
-    std::vector<Value> cells;
+    // The shop gives its tables away; the passwords of its users are no part of them.
+    std::vector<QString> fields;
     for (const FieldDefinition& field : table.fields)
-        cells.push_back(field.name);
+        if (field.name != u"SENHA")
+            fields.push_back(field.name);
+    std::vector<Value> cells(fields.begin(), fields.end());
     QByteArray text = CsvMark + csvLine(cells);
     forEachRow(path, u"SELECT * FROM "_s + table.name, [&](Recordset& row) {
-        for (int field = 0; field < row.fieldCount(); ++field)
-            cells[static_cast<size_t>(field)] = row.Fields(field);
+        for (size_t field = 0; field < fields.size(); ++field)
+            cells[field] = row.Fields(fields[field]);
         text += csvLine(cells);
     });
     return text;

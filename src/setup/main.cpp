@@ -51,7 +51,7 @@ QString help()
            "  --verificar   Mostra o que está errado nos dados, sem alterar nada.\n"
            "  --reparar     Conserta o que se conserta sem adivinhar, depois de uma cópia "
            "conferida\n                Antes.reparo ao lado do banco de dados.\n"
-           "  --exportar    Grava cada tabela como CSV na pasta DESTINO.\n"
+           "  --exportar    Grava cada tabela como CSV na pasta DESTINO; as senhas não.\n"
            "  --caixa       Grava na pasta atual todo o movimento de caixa, ou o dos dias DE até "
            "ATÉ\n                (dd/mm/aaaa): Caixa.csv, Caixa-por-dia.csv e Caixa.pdf.\n"
            "  --version     Mostra a versão.\n"

@@ -1,6 +1,8 @@
+#include "ErrorOf.h"
 #include "FormTest.h"
 
 #include "Form1principal.h"
+#include "RuntimeError.h"
 #include "SiteAddress.h"
 
 #include <QDir>
@@ -186,7 +188,7 @@ TEST_F(Principal, QuickSearchHandsItsTextOver)
     }
 }
 
-TEST_F(Principal, LinksOpenTheManualBesideTheProgramOrInstalledElseTheSite)
+TEST_F(Principal, LinksOpenTheManualBesideTheProgramOrInstalled)
 {
     const auto lay = [](const QString& file) {
         QDir().mkpath(QFileInfo(file).path());
@@ -195,7 +197,7 @@ TEST_F(Principal, LinksOpenTheManualBesideTheProgramOrInstalledElseTheSite)
     const QString program = folder() + u"/a b/bin"_s;
     const QString help = u"/downloads/Programacliente.htm"_s;
     QDir().mkpath(program);
-    EXPECT_EQ(siteAddress(help, program), u"http://www.vorbelo.example"_s + help);
+    EXPECT_EQ(errorOf([&] { siteAddress(help, program); }), RuntimeError::FileNotFound);
     const QString installed = folder() + u"/a b/share/doc/vorbelo/manual/"_s;
     lay(installed + u"index.html"_s);
     lay(installed + u"eeprom.html"_s);
@@ -206,19 +208,16 @@ TEST_F(Principal, LinksOpenTheManualBesideTheProgramOrInstalledElseTheSite)
     lay(program + u"/manual/index.html"_s);
     EXPECT_EQ(siteAddress({}, program), place + u"bin/manual/index.html"_s);
     QDir(folder() + u"/a b"_s).removeRecursively();
-    EXPECT_EQ(siteAddress(u"/eeprom.asp"_s, program), u"http://www.vorbelo.example/eeprom.asp"_s);
+    EXPECT_EQ(errorOf([&] { siteAddress({}, program); }), RuntimeError::FileNotFound);
 }
 
-TEST_F(Principal, LinksWithoutABrowserShowABoxAndTheProgramGoesOn)
+TEST_F(Principal, LinksWithoutTheManualShowABoxAndTheProgramGoesOn)
 {
     principal().show();
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", QFile::encodeName(folder()));
     for (Menu* link : {&principal().mnuajuda, &principal().mnueeprom}) {
-        expectErrorBox(u"Erro nº 53"_s);
+        expectErrorBox(u"Erro nº 53\nFalta a página "_s);
         click(*link);
     }
-    qputenv("PATH", path);
     EXPECT_TRUE(principal().isVisible());
     EXPECT_TRUE(ends().empty());
 }

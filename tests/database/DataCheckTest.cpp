@@ -188,6 +188,7 @@ TEST_F(DataCheckTest, TablesGoToASpreadsheetWhole)
     EXPECT_EQ(content(u"DEFEITO.csv"_s),
               u"MARCA;MODELO;DEFEITO;SOLUCAO\r\n"
               "\"A;b\";\"diz \"\"oi\"\"\";;\"linha 1\r\nlinha 2\"\r\n"_s);
+    EXPECT_FALSE(content(u"VALIDAR.csv"_s).contains(u"1234"_s));
     EXPECT_EQ(content(u"MOVIMENTO.csv"_s),
               u"codigo;descricao;quantidade;valor;DATA\r\n1;\"\";2,5;1234,5;01/02/2026\r\n"_s);
     EXPECT_EQ(errorOf([&] { exportTables(files_, u"/proc/nada"_s); }),

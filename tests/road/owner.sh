@@ -320,12 +320,14 @@ key Tab space
 leave '^About Vorbelo$'
 asked() { cat "$work/bin/xdg-open.asked" 2>/dev/null; }
 main_window
+mkdir "$folder/manual"
+touch "$folder/manual/index.html" "$folder/manual/eeprom.html"
 key F1
 wait_for 'the browser' 15 asked
 key alt+s s s Up Right e
 wait_for 'the second page' 15 grep -q eeprom "$work/bin/xdg-open.asked"
-expect 'the links go to the site' "$(asked)" 'http://www.vorbelo.example/downloads/Programacliente.htm
-http://www.vorbelo.example/eeprom.asp'
+expect 'the links go to the manual' "$(asked)" "file://$folder/manual/index.html
+file://$folder/manual/eeprom.html"
 touch "$work/bin/xdg-open.missing"
 windows() { xdotool search --onlyvisible --all --pid "$pid" --name . 2>/dev/null | wc -l; }
 windows_are() { (($(windows) == $1)); }

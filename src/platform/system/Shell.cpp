@@ -49,6 +49,11 @@ void Shell(const QString& commandLine, int /*windowStyle*/)
     const bool address = isExplorer(program) && !words.isEmpty();
     const bool started = !program.isEmpty() && (address ? openAddress(words.join(u' '))
                                                         : QProcess::startDetached(program, words));
+    if (!started && address)
+        throw RuntimeError(
+            RuntimeError::FileNotFound,
+            u"Nenhum programa deste computador abre o endereço %1. Instale um navegador."_s.arg(
+                words.join(u' ')));
     if (!started)
         throw RuntimeError(RuntimeError::FileNotFound);
 }
