@@ -101,6 +101,10 @@ TEST_F(DataCheckTest, EachPlantedFaultIsFoundAndNothingElse)
     file.write(QByteArray(3000, '\x77'));
     file.close();
     EXPECT_EQ(findings().size(), 1);
+    // A folder from another computer.
+    ShopFiles copied = files_;
+    copied.main = u"/fora/GALTERIA1.mdb"_s;
+    EXPECT_TRUE(checkData(copied).front().text.contains(files_.main));
     QFile::remove(files_.main);
     EXPECT_EQ(findings().size(), 1);
 }
