@@ -60,6 +60,10 @@ private:
     sqlite3* handle_ = nullptr;
 };
 
+// Orders as a shop has them: most fields filled, a few lines of parts in the twin. Every hundredth
+// client's name holds "Quirino", two in five hold "Silva".
+void fillOrders(RawFile& file, int orders);
+
 // Peak memory is measured in programs of their own, which a benchmark starts of itself:
 // "--memory-empty" shows an empty window, "--memory FOLDER" opens the form over that installation.
 // True where this is one of them, after its work.

@@ -11,7 +11,6 @@
 #include "Form1principal.h"
 #include "HostPaths.h"
 #include "Measure.h"
-#include "Schema.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -24,48 +23,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-std::string columnNames(const char* table)
-{
-    std::string names;
-    for (const TableDefinition& definition : schema::mainFile())
-        if (definition.name.compare(QLatin1String(table), Qt::CaseInsensitive) == 0)
-            for (const FieldDefinition& field : definition.fields)
-                names += (names.empty() ? "" : ",") + field.name.toStdString();
-    return names;
-}
-
-// Orders as a shop has them: most fields filled, a few lines of parts in the twin. Every hundredth
-// client's name holds "Quirino", two in five hold "Silva".
-void fillOrders(RawFile& file, int orders)
-{
-    const std::string count = std::to_string(orders);
-    file.run("BEGIN");
-    file.run("WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<" + count +
-             ") INSERT INTO "
-             "Cliente(" +
-             columnNames("Cliente") +
-             ") SELECT printf('%07d',i),'05/03/2026',"
-             "CASE WHEN i%3 THEN '12/03/2026' ELSE '' END,"
-             "CASE WHEN i%100=7 THEN 'Quirino de Souza ' WHEN i%5<2 THEN 'Maria da Silva ' ELSE "
-             "'João Pereira ' END||i,"
-             "'Rua das Acácias','São "
-             "Paulo','SP',''||(i%900),'Centro','','(11)3'||printf('%03d-%04d',i%1000,i%9999),"
-             "'(11)9'||printf('%03d-%04d',(i*7)%1000,(i*13)%9999),'123-456-789/"
-             "09','cliente'||i||'@exemplo.com.br',"
-             "'Televisor 29 polegadas','Modelo '||(i%700)||' série '||i,'Não liga, sem imagem e "
-             "sem som','Com controle remoto',"
-             "'Troca do capacitor da fonte e limpeza geral do "
-             "aparelho',15000*(1+i%40),i%2,0,1,0,'Prateleira '||(i%30) FROM n");
-    file.run("WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<" + count +
-             ") INSERT INTO "
-             "PECAAPLICADA(NUMERO,NOME,CODIGO1,DESCRICAO1,QUANT1,VALOR1,CODIGO2,DESCRICAO2,QUANT2,"
-             "VALOR2) SELECT "
-             "printf('%07d',i),'Cliente '||i,'0000012','Capacitor eletrolítico "
-             "470uF','2','3,50','0000044',"
-             "'Transistor de saída horizontal','1','18,00' FROM n");
-    file.run("COMMIT");
-}
 
 void addForms()
 {
