@@ -182,10 +182,10 @@ std::vector<Finding> checkData(const ShopFiles& files)
     // A folder that was copied from another computer still names its file there.
     if (const QString near = QDir(files.folder).absoluteFilePath(u"GALTERIA1.mdb"_s);
         !QFile::exists(files.main) && QFile::exists(near))
-        findings.push_back({Finding::Kind::Remark,
-                            u"Na pasta da oficina há o arquivo %1. Se é este, escreva-o em "
-                            "Caminho e Caminho2 de Banco.ini."_s.arg(
-                                QDir::toNativeSeparators(near))});
+        findings.push_back(
+            {Finding::Kind::Remark,
+             u"Na pasta da oficina há o arquivo %1. Se é este, escreva-o em "
+             "Caminho e Caminho2 de Banco.ini."_s.arg(QDir::toNativeSeparators(near))});
     if (checkFile(files.main, u"Banco de dados"_s, findings))
         for (const auto check : {checkOrders, checkParts, checkCash, checkUsers})
             run(check, files.main, findings);

@@ -91,8 +91,8 @@ TEST_F(FaultLogTest, EachKindLeavesALineWithItsFormAndNumber)
     EXPECT_EQ(lines(), (QStringList{
                            u"Bare|falha|13 Tipos incompatíveis"_s,
                            u"Bare|falha|76 Caminho não encontrado"_s,
-                           u"Bare|falha|"_s + RuntimeError(3021).text().section(u"nº "_s, 1)
-                                                  .replace(u'\n', u' '),
+                           u"Bare|falha|"_s +
+                               RuntimeError(3021).text().section(u"nº "_s, 1).replace(u'\n', u' '),
                            u"Bare|gravação perdida|61 Disco cheio"_s,
                            u"Bare|arquivo não abriu|-2147467259 Não foi possível encontrar o "
                            "arquivo '...'."_s,

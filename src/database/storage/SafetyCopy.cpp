@@ -47,8 +47,8 @@ void removeFile(const QString& path)
     QFile::remove(path);
 }
 
-// Nobody else reads the shop's data in it, from its first byte on. The engine fills an empty file as
-// it would fill a new one.
+// Nobody else reads the shop's data in it, from its first byte on. The engine fills an empty file
+// as it would fill a new one.
 void makeClosed(const QString& path, Rights rights)
 {
     QFile empty(path);
