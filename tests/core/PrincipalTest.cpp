@@ -52,58 +52,36 @@ protected:
             name, [this, name] { return std::make_unique<NotingForm>(name, notes_); });
     }
 
-    void expectExitQuestion(Answer answer)
-    {
-        expectBox(u"Quer fechar o programa ?"_s, answer, BoxButtons::YesNo, BoxIcon::None,
-                  u"Sair do Sistema"_s);
-    }
-
     QStringList notes_;
 };
 
 TEST_F(Principal, CaptionTellsCompanyAndDocument)
 {
-    const struct
-    {
-        QString document, caption;
-    } rows[] = {
-        {u"12345678901"_s, u"Oficina    CPF 123-456-789/01"_s},
-        {u"12345678000195"_s, u"Oficina    CGC 12-345-678-0001/95"_s},
-        {QString(), u"Oficina    CGC "_s},
-    };
-    for (const auto& row : rows) {
+    setIni(u"Configurar"_s, u"Titulo"_s, u"Oficina"_s);
+    for (const auto& [document, caption] : {std::pair(u"12345678901"_s, u"CPF 123-456-789/01"_s),
+                                            {u"12345678000195"_s, u"CGC 12-345-678-0001/95"_s},
+                                            {QString(), u"CGC "_s}}) {
         FormRegistry::instance().clear();
         addForm<Form1principal>();
-        setIni(u"Configurar"_s, u"Titulo"_s, u"Oficina"_s);
-        setIni(u"Configurar"_s, u"CPFCGC"_s, row.document);
-        EXPECT_EQ(principal().caption(), row.caption);
+        setIni(u"Configurar"_s, u"CPFCGC"_s, document);
+        EXPECT_EQ(principal().caption(), u"Oficina    "_s + caption);
     }
 }
 
-TEST_F(Principal, OnlyTheAnsweredQuestionEndsTheProgram)
-{
-    know(u"Form1Cli"_s);
-    principal().show();
-    FormRegistry::instance().get(u"Form1Cli"_s).load();
-    expectExitQuestion(Answer::No);
-    click(principal().mnusair);
-    EXPECT_TRUE(ends().empty());
-
-    expectExitQuestion(Answer::Yes);
-    click(principal().Command1(7));
-    EXPECT_THAT(ends(), testing::ElementsAre(EndReason::ExitQuestion));
-    EXPECT_FALSE(notes_.contains(u"unload Form1Cli"_s));
-}
-
-TEST_F(Principal, EnterChoosesTheMenuEntryThatIsLit)
+TEST_F(Principal, EnterChoosesTheMenuEntryThatIsLitAndOnlyTheAnswerEndsTheProgram)
 {
     principal().show();
     auto* menu = principal().window()->findChild<QMenu*>(u"mnusistema"_s);
-    menu->popup({});
-    menu->setActiveAction(principal().window()->findChild<QAction*>(u"mnusair"_s));
-    expectExitQuestion(Answer::No);
-    QTest::keyClick(menu, Qt::Key_Return);
-    EXPECT_FALSE(menu->isVisible());
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        expectBox(u"Quer fechar o programa ?"_s, answer, BoxButtons::YesNo, BoxIcon::None,
+                  u"Sair do Sistema"_s);
+        EXPECT_TRUE(ends().empty());
+        menu->popup({});
+        menu->setActiveAction(principal().window()->findChild<QAction*>(u"mnusair"_s));
+        QTest::keyClick(menu, Qt::Key_Return);
+        EXPECT_FALSE(menu->isVisible());
+    }
+    EXPECT_THAT(ends(), testing::ElementsAre(EndReason::ExitQuestion));
 }
 
 TEST_F(Principal, FrameClosesTheFormsInOrderAndAsksNothing)
@@ -111,60 +89,56 @@ TEST_F(Principal, FrameClosesTheFormsInOrderAndAsksNothing)
     const QStringList order{u"Form1Cli"_s,    u"Form1For"_s, u"Form1Configurar"_s,
                             u"Form1pedido"_s, u"Form1Pec"_s, u"Form1manutencao"_s};
     principal().show();
-    for (const QString& name : order)
-        know(name);
-    for (const QString& name : {order[4], order[0], order[5], order[2]})
-        FormRegistry::instance().get(name).load();
+    for (const int i : {4, 0, 5, 3, 2, 1}) {
+        know(order[i]);
+        FormRegistry::instance().get(order[i]).load();
+    }
     notes_.clear();
     principal().window()->close();
-    EXPECT_EQ(notes_.join(u", "_s), u"unload Form1Cli, unload Form1Configurar, unload Form1Pec, "
-                                    "unload Form1manutencao"_s);
+    EXPECT_EQ(notes_.join(u' '), u"unload "_s + order.join(u" unload "_s));
     EXPECT_FALSE(principal().isLoaded());
-    EXPECT_TRUE(ends().empty());
 }
 
 TEST_F(Principal, EachButtonAndEntryOpensItsForm)
 {
-    const std::pair<int, QString> buttons[] = {
-        {0, u"Form1Cli"_s},        {1, u"Form1For"_s},        {2, u"Form1Pec"_s},
-        {3, u"Form1pedido"_s},     {4, u"Form1manutencao"_s}, {6, u"Form1Configurar"_s},
-        {10, u"Form1pecavenda"_s}, {12, u"Form1servico"_s},   {14, u"Form1Defeitos"_s},
-        {15, u"Form1relatorio"_s}, {8, u"Buscacli"_s},        {9, u"Buscafornecedor"_s},
-        {11, u"Form1pecabusca"_s},
-    };
-    const std::pair<Menu&, QString> entries[] = {
-        {principal().mnucliente, u"Form1Cli"_s},
-        {principal().mnufornecedor, u"Form1For"_s},
-        {principal().mnupecacess, u"Form1Pec"_s},
-        {principal().mnupecas, u"Form1pedido"_s},
-        {principal().mnumanutencao, u"Form1manutencao"_s},
-        {principal().mnuconfigura, u"Form1Configurar"_s},
-        {principal().mnurelatorio, u"Form1relatorio"_s},
-        {principal().mnusobre, u"frmAbout"_s},
-        {principal().mnubuscacli, u"Buscacli"_s},
-        {principal().mnubuscafor, u"Buscafornecedor"_s},
-        {principal().mnupec, u"Form1pecabusca"_s},
+    // The button's index, or -1, and the menu entry.
+    const std::tuple<QString, int, Menu*> ways[] = {
+        {u"Form1Cli"_s, 0, &principal().mnucliente},
+        {u"Form1For"_s, 1, &principal().mnufornecedor},
+        {u"Form1Pec"_s, 2, &principal().mnupecacess},
+        {u"Form1pedido"_s, 3, &principal().mnupecas},
+        {u"Form1manutencao"_s, 4, &principal().mnumanutencao},
+        {u"Form1Configurar"_s, 6, &principal().mnuconfigura},
+        {u"Buscacli"_s, 8, &principal().mnubuscacli},
+        {u"Buscafornecedor"_s, 9, &principal().mnubuscafor},
+        {u"Form1pecavenda"_s, 10, nullptr},
+        {u"Form1pecabusca"_s, 11, &principal().mnupec},
+        {u"Form1servico"_s, 12, nullptr},
+        {u"Form1Defeitos"_s, 14, nullptr},
+        {u"Form1relatorio"_s, 15, &principal().mnurelatorio},
+        {u"frmAbout"_s, -1, &principal().mnusobre},
     };
     principal().show();
     const QString idle = principal().StatusBar1.panel(2);
-    const auto expectOpened = [&](const QString& name, const QString& panel) {
-        FormRegistry::instance().unload(name); // one that is not modal still stands
-        EXPECT_EQ(notes_, (QStringList{u"load "_s + panel, u"unload "_s + name}));
-        notes_.clear();
-        principal().StatusBar1.setPanel(2, idle);
-    };
-    for (const auto& [index, name] : buttons) {
+    for (const auto& [name, button, entry] : ways) {
         know(name);
-        principal().Command1(index).setEnabled(true);
-        click(principal().Command1(index));
-        const bool isSearch = index == 8 || index == 9 || index == 11;
-        expectOpened(name, isSearch ? idle : u"Aguarde processando"_s);
-    }
-    know(u"frmAbout"_s);
-    for (const auto& [entry, name] : entries) {
-        entry.setEnabled(true);
-        click(entry);
-        expectOpened(name, idle);
+        const auto expectOpened = [&, name = name](const QString& panel) {
+            FormRegistry::instance().unload(name); // one that is not modal still stands
+            EXPECT_EQ(notes_, (QStringList{u"load "_s + panel, u"unload "_s + name}));
+            notes_.clear();
+            principal().StatusBar1.setPanel(2, idle);
+        };
+        if (button >= 0) {
+            principal().Command1(button).setEnabled(true);
+            click(principal().Command1(button));
+            const bool isSearch = button == 8 || button == 9 || button == 11;
+            expectOpened(isSearch ? idle : u"Aguarde processando"_s);
+        }
+        if (entry) {
+            entry->setEnabled(true);
+            click(*entry);
+            expectOpened(idle);
+        }
     }
 }
 
@@ -172,18 +146,11 @@ TEST_F(Principal, QuickSearchHandsItsTextOver)
 {
     know(u"Buscacli"_s);
     principal().show();
-    const struct
-    {
-        int box;
-        QString text, note;
-    } rows[] = {{0, u"12"_s, u"0 12"_s}, {1, u"Ana"_s, u"1 Ana"_s}, {2, u"33"_s, u"3 33"_s}};
-    for (const auto& row : rows) {
-        principal().Frame2(row.box).setEnabled(true);
-        type(principal().Text1(row.box), row.text);
-        notes_.clear();
-        click(principal().Command2(row.box));
-        EXPECT_EQ(notes_.last(), row.note);
-        EXPECT_TRUE(FormRegistry::instance().get(u"Buscacli"_s).isVisible());
+    for (const auto& [box, note] : {std::pair(0, u"0 12"_s), {1, u"1 12"_s}, {2, u"3 12"_s}}) {
+        principal().Frame2(box).setEnabled(true);
+        type(principal().Text1(box), u"12"_s);
+        click(principal().Command2(box));
+        EXPECT_EQ(notes_.last(), note);
         FormRegistry::instance().unload(u"Buscacli"_s);
     }
 }

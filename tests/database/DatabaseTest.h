@@ -4,6 +4,7 @@
 #include "FormTest.h"
 #include "Recordset.h"
 
+#include <QFile>
 #include <QWidget>
 
 #include <sqlite3.h>
@@ -56,6 +57,13 @@ protected:
     {
         return open(u"SELECT * FROM Pecas order by CODIGO"_s, CursorType::Static,
                     LockType::Optimistic, listFile());
+    }
+
+    static void lay(const QString& path, const QByteArray& bytes)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
     }
 
     // Suppliers with these names, each with its code as long as the list.

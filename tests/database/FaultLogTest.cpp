@@ -113,28 +113,24 @@ TEST_F(FaultLogTest, WhatWasTypedStaysOut)
 
 TEST_F(FaultLogTest, ItIsRotatedOnceAndNeverGrowsBeyondItsLimit)
 {
-    const QString old = faultlog::path() + u".1"_s;
-    QDir().mkpath(QFileInfo(old).path());
+    const QFileInfo old(faultlog::path() + u".1"_s);
+    QDir().mkpath(old.path());
     for (int round = 1; round <= 2; ++round) {
-        QFile file(faultlog::path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray(faultlog::SizeLimit - 20, static_cast<char>('0' + round)));
-        file.close();
+        lay(faultlog::path(), QByteArray(faultlog::SizeLimit - 20, static_cast<char>('0' + round)));
         EXPECT_TRUE(faultlog::note(Kind::Fault, u"Bare"_s, RuntimeError(13)));
         EXPECT_EQ(lines(), QStringList{u"Bare|falha|13 Tipos incompatíveis"_s});
-        QFile before(old);
+        QFile before(old.filePath());
         ASSERT_TRUE(before.open(QIODevice::ReadOnly));
         EXPECT_EQ(before.read(1).front(), '0' + round);
         EXPECT_LE(before.size(), faultlog::SizeLimit);
     }
-    EXPECT_EQ(QDir(QFileInfo(old).path()).entryList(QDir::Files).size(), 2);
+    EXPECT_EQ(QDir(old.path()).entryList(QDir::Files).size(), 2);
 }
 
 TEST_F(FaultLogTest, WhereItCannotBeWrittenTheBoxDoesNotNameIt)
 {
     QDir().mkpath(QDir::homePath() + u"/.local"_s);
-    QFile inTheWay(QDir::homePath() + u"/.local/state"_s);
-    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    lay(QDir::homePath() + u"/.local/state"_s, {});
     expectEnd(false);
     event(OnError::End, [] { throw RuntimeError(53); });
     EXPECT_EQ(ends().size(), 1U);

@@ -9,7 +9,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QScopeGuard>
 #include <QStandardPaths>
 
 #include <sys/stat.h>
@@ -21,20 +20,14 @@ TEST_F(InstallationTest, NothingThatExistsIsTouched)
 {
     const QString place = folder() + u"/nova/loja"_s;
     EXPECT_EQ(layDownInstallation(place, false).size(), 3);
-    setIni(u"Local"_s, u"Caminho"_s, u"x"_s);
-    for (const QString& name : {u"Banco.ini"_s, u"GALTERIA1.mdb"_s, u"MIRANDEL1.mdb"_s}) {
-        QFile file(place + u'/' + name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("mine");
-        file.close();
-        EXPECT_EQ(layDownInstallation(place, true), QStringList());
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_EQ(file.readAll(), "mine");
-    }
+    const QStringList files = QDir(place).entryList(QDir::Files);
+    for (const QString& name : files)
+        lay(place + u'/' + name, "mine");
+    EXPECT_EQ(layDownInstallation(place, true), QStringList());
+    for (const QString& name : files)
+        EXPECT_EQ(QFileInfo(place + u'/' + name).size(), 4);
     QFile::remove(place + u"/Banco.ini"_s);
     EXPECT_EQ(layDownInstallation(place, false), QStringList{u"Banco.ini"_s});
-    EXPECT_EQ(Funciones::LeIni(u"Local"_s, u"Caminho"_s, place + u"/Banco.ini"_s),
-              place + u"/GALTERIA1.mdb"_s);
     EXPECT_EQ(errorOf([] { layDownInstallation(u"/proc/nada"_s, false); }),
               RuntimeError::PathFileAccess);
 }
@@ -60,31 +53,35 @@ TEST_F(InstallationTest, ExamplesAreAsAShopWouldHaveThem)
     const QString place = folder() + u"/exemplos"_s;
     layDownInstallation(place, true);
     const QString file = place + u"/GALTERIA1.mdb"_s;
-    const auto one = [&](const QString& statement) { return sql(file, statement).value(0); };
-    EXPECT_GE(one(u"SELECT count(*) FROM Cliente"_s).toInt(), 300);
-    EXPECT_GE(one(u"SELECT count(*) FROM Pecas"_s).toInt(), 200);
-    EXPECT_EQ(one(u"SELECT group_concat(numero) FROM Cliente"_s),
-              one(u"SELECT group_concat(NUMERO) FROM PECAAPLICADA"_s));
-    for (const QString& none :
-         {u"Cliente WHERE length(numero)<>7 OR numero GLOB '*[^0-9]*'"_s,
-          u"Cliente WHERE typeof(valor)<>'integer'"_s, u"MOVIMENTO WHERE quantidade IS NULL"_s,
-          u"MOVIMENTO JOIN Pecas ON MOVIMENTO.codigo=Pecas.CODIGO "
-          "WHERE MOVIMENTO.descricao<>Pecas.DESCRICAO"_s})
-        EXPECT_EQ(one(u"SELECT count(*) FROM "_s + none), u"0"_s);
-    EXPECT_EQ(one(u"SELECT count(*) FROM PEDIDO"_s), u"60"_s);
-    EXPECT_NE(one(u"SELECT count(*) FROM PEDIDO WHERE QUANTIDADE='p.EST'"_s), u"0"_s);
-    EXPECT_EQ(one(u"SELECT count(*) FROM MANUTENCAO"_s), u"40"_s);
-    // What was left empty holds the stars of its field, and no others.
-    EXPECT_EQ(one(u"SELECT count(*) FROM MANUTENCAO WHERE "
-                  "trim(SERVICOSOLICITADO2, '*')='' AND length(SERVICOSOLICITADO2)<>26 OR "
-                  "trim(SERVICOSOLICITADO4, '*')='' AND length(SERVICOSOLICITADO4)<>29 OR "
-                  "trim(SERVICOEXECUTADO1, '*')='' AND length(SERVICOEXECUTADO1)<>31 OR "
-                  "trim(SERVICOEXECUTADO4, '*')='' AND length(SERVICOEXECUTADO4)<>33 OR "
-                  "trim(OBSERVACAO, '*')='' AND length(OBSERVACAO)<>39 OR "
-                  "trim(EMAIL, '*')='' AND length(EMAIL)<>33"_s),
-              u"0"_s);
-    EXPECT_EQ(one(u"SELECT count(*) FROM FORNECEDOR"_s), u"50"_s);
-    EXPECT_EQ(one(u"SELECT count(*) FROM DEFEITO"_s), u"80"_s);
+    EXPECT_EQ(sql(file, u"SELECT numero FROM Cliente"_s),
+              sql(file, u"SELECT NUMERO FROM PECAAPLICADA"_s));
+    const auto count = [&](const QString& rows) {
+        return sql(file, u"SELECT count(*) FROM "_s + rows).value(0).toInt();
+    };
+    for (const auto& [rows, number] :
+         {std::pair(u"Cliente"_s, 320),
+          {u"Pecas"_s, 200},
+          {u"PEDIDO"_s, 60},
+          {u"MANUTENCAO"_s, 40},
+          {u"FORNECEDOR"_s, 50},
+          {u"DEFEITO"_s, 80},
+          {u"Cliente WHERE length(numero)<>7 OR numero GLOB '*[^0-9]*'"_s, 0},
+          {u"Cliente WHERE typeof(valor)<>'integer'"_s, 0},
+          {u"MOVIMENTO WHERE quantidade IS NULL"_s, 0},
+          {u"MOVIMENTO JOIN Pecas ON MOVIMENTO.codigo=Pecas.CODIGO "
+           "WHERE MOVIMENTO.descricao<>Pecas.DESCRICAO"_s,
+           0},
+          // What was left empty holds the stars of its field, and no others.
+          {u"MANUTENCAO WHERE "
+           "trim(SERVICOSOLICITADO2, '*')='' AND length(SERVICOSOLICITADO2)<>26 OR "
+           "trim(SERVICOSOLICITADO4, '*')='' AND length(SERVICOSOLICITADO4)<>29 OR "
+           "trim(SERVICOEXECUTADO1, '*')='' AND length(SERVICOEXECUTADO1)<>31 OR "
+           "trim(SERVICOEXECUTADO4, '*')='' AND length(SERVICOEXECUTADO4)<>33 OR "
+           "trim(OBSERVACAO, '*')='' AND length(OBSERVACAO)<>39 OR "
+           "trim(EMAIL, '*')='' AND length(EMAIL)<>33"_s,
+           0}})
+        EXPECT_EQ(count(rows), number) << rows.toStdString();
+    EXPECT_GT(count(u"PEDIDO WHERE QUANTIDADE='p.EST'"_s), 0);
     for (const QString& document :
          sql(file, u"SELECT cpf FROM Cliente UNION SELECT CGC FROM FORNECEDOR"_s))
         EXPECT_TRUE(document.size() == 11 ? Funciones::ValidaCPF(document)
@@ -105,17 +102,14 @@ TEST_F(InstallationTest, TwoAtOnceMakeOneInstallationThatIsNoOneElses)
     other.join();
     EXPECT_EQ(errors[0] + errors[1], 0);
     EXPECT_EQ(made[0].size() + made[1].size(), 3);
-    const QDir lain(place);
-    const auto entries = QDir::Files | QDir::Hidden;
-    EXPECT_EQ(lain.entryList(entries).size(), 3) << qPrintable(lain.entryList(entries).join(u' '));
+    EXPECT_EQ(QDir(place).entryList(QDir::Files | QDir::Hidden).size(), 3);
+    const QString ini = place + u"/Banco.ini"_s;
     const auto others = QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-    EXPECT_FALSE(QFile::permissions(lain.filePath(u"Banco.ini"_s)) & others);
-    for (const QString& key : {u"Titulo"_s, u"CPFCGC"_s})
-        EXPECT_EQ(Funciones::LeIni(u"Configurar"_s, key, lain.filePath(u"Banco.ini"_s)).isEmpty(),
-                  key == u"CPFCGC"_s)
-            << "nobody's document is made up";
-    EXPECT_EQ(Funciones::LeIni(u"Local"_s, u"Caminho2"_s, lain.filePath(u"Banco.ini"_s)),
-              lain.filePath(u"GALTERIA1.mdb"_s));
+    EXPECT_FALSE(QFile::permissions(ini) & others);
+    EXPECT_EQ(Funciones::LeIni(u"Configurar"_s, u"CPFCGC"_s, ini), QString())
+        << "nobody's document is made up";
+    for (const QString& key : {u"Caminho"_s, u"Caminho2"_s})
+        EXPECT_EQ(Funciones::LeIni(u"Local"_s, key, ini), place + u"/GALTERIA1.mdb"_s);
 }
 
 // Given to a group: writable for it, and with the bit by which all files in it are the group's.
@@ -141,34 +135,31 @@ TEST_F(InstallationTest, WhatLiesInAFolderGivenToAGroupIsTheGroupsToWrite)
 TEST_F(InstallationTest, AStartFindsItsShop)
 {
     const auto within = [this](const char* name) { return folder() + QLatin1StringView(name); };
-    const QByteArray home = qgetenv("HOME");
-    const auto goHome = qScopeGuard([&] { qputenv("HOME", home); });
-    qputenv("HOME", within("/casa").toUtf8());
+    const QString program = within("/programa");
     const QString settings =
         QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/vorbelo"_s;
-    ASSERT_TRUE(settings.startsWith(within("/casa")));
-    QDir().mkpath(within("/programa"));
+    QDir().mkpath(program);
     QDir().mkpath(settings);
-
-    EXPECT_EQ(errorOf([&] { chooseShopFolder(within("/vazia"), within("/programa")); }),
-              RuntimeError::PathNotFound);
-    const ShopFolder own = chooseShopFolder({}, within("/programa"));
-    EXPECT_EQ(own.path, within("/casa/Vorbelo"));
+    const auto chosen = [&](const QString& named = {}) {
+        return chooseShopFolder(named, program).path;
+    };
+    EXPECT_EQ(errorOf([&] { chosen(within("/vazia")); }), RuntimeError::PathNotFound);
+    const ShopFolder own = chooseShopFolder({}, program);
+    EXPECT_EQ(own.path, QDir::homePath() + u"/Vorbelo"_s);
     EXPECT_TRUE(own.isNew);
-    EXPECT_FALSE(chooseShopFolder({}, within("/programa")).isNew);
+    EXPECT_FALSE(chooseShopFolder({}, program).isNew);
 
     // A link goes before it, also one whose folder is away.
     layDownInstallation(within("/rede"), false);
     QFile::link(within("/rede"), settings + u"/pasta"_s);
-    EXPECT_EQ(chooseShopFolder({}, within("/programa")).path, within("/rede"));
+    EXPECT_EQ(chosen(), within("/rede"));
     QDir().rename(within("/rede"), within("/fora"));
-    EXPECT_EQ(errorOf([&] { chooseShopFolder({}, within("/programa")); }),
-              RuntimeError::PathNotFound);
+    EXPECT_EQ(errorOf([&] { chosen(); }), RuntimeError::PathNotFound);
 
     // The program's own goes before the link, with its settings lost as well; a named one before
     // all.
-    layDownInstallation(within("/programa"), false);
-    QFile::remove(within("/programa/Banco.ini"));
-    EXPECT_EQ(chooseShopFolder({}, within("/programa")).path, within("/programa"));
-    EXPECT_EQ(chooseShopFolder(within("/fora"), within("/programa")).path, within("/fora"));
+    layDownInstallation(program, false);
+    QFile::remove(program + u"/Banco.ini"_s);
+    EXPECT_EQ(chosen(), program);
+    EXPECT_EQ(chosen(within("/fora")), within("/fora"));
 }
