@@ -209,12 +209,7 @@ TEST_F(CashReportTest, TheSharedCounterBoundsThePrintedLinesFromTheCurrentRowOn)
     row(u"0000001"_s, u"2"_s, u"125000"_s, u"2004-12-05"_s);
     row(u"0000002"_s, u"10"_s, u"12345000"_s, u"2004-12-06"_s);
     row(u"0000003"_s, u"1"_s, u"10000"_s, u"2004-12-07"_s);
-    for (const auto& [key, value] : {std::pair(u"Titulo"_s, u"Oficina Central"_s),
-                                     {u"Endereco"_s, u"Rua A, 1"_s},
-                                     {u"Telefone"_s, u"3333-4444"_s},
-                                     {u"Email"_s, u"a@b.example"_s},
-                                     {u"Site"_s, u"b.example"_s}})
-        setIni(u"Configurar"_s, key, value);
+    setCompany();
     report().load();
 
     Funciones::Contador = 1;

@@ -84,6 +84,16 @@ void FormTest::setIni(const QString& section, const QString& key, const QString&
     ASSERT_TRUE(writeProfileString(section, key, value, iniFile()));
 }
 
+void FormTest::setCompany()
+{
+    for (const auto& [key, value] : {std::pair{u"Titulo"_s, u"Oficina"_s},
+                                     {u"Endereco"_s, u"Rua A, 1"_s},
+                                     {u"Email"_s, u"a@b.c"_s},
+                                     {u"Telefone"_s, u"3333-4444"_s},
+                                     {u"Site"_s, u"b.c"_s}})
+        setIni(u"Configurar"_s, key, value);
+}
+
 QStringList FormTest::sql(const QString& file, const QString& statement) const
 {
     QStringList rows;

@@ -36,6 +36,8 @@ protected:
     QString listFile() const { return folder() + u"/MIRANDEL1.mdb"_s; }
     QString iniFile() const { return folder() + u"/Banco.ini"_s; }
     void setIni(const QString& section, const QString& key, const QString& value);
+    // The one that stands on the pages.
+    void setCompany();
 
     // The first column of a query over a file, one text a row ("NULL" for Null), read by a
     // connection of its own. Also runs other statements, as another station would.

@@ -1,5 +1,7 @@
 #include "RecordTest.h"
 
+#include <QWidget>
+
 void RecordTest::expectQuestion(const QString& text, Answer answer)
 {
     expectBox(text, answer, BoxButtons::YesNo, BoxIcon::Question);
@@ -61,6 +63,13 @@ void RecordTest::expectStates(const Record& record, const std::vector<RecordStat
         if (alsoExpect)
             alsoExpect(state);
     }
+}
+
+void RecordTest::expectSafe(const Record& record)
+{
+    expectStoredOnceWhateverFails(record);
+    expectNoOtherRowTouchedWhateverFails(record);
+    expectGoneWhereAnotherDeletedIt(record);
 }
 
 void RecordTest::expectStoredOnceWhateverFails(const Record& record)
@@ -177,4 +186,30 @@ void RecordTest::expectToBeLeftWithoutDatabase(const Record& record, int boxes)
     click(record.buttons(8));
     EXPECT_FALSE(record.form.isLoaded());
     EXPECT_TRUE(ends().empty());
+}
+
+void RecordTest::expectDocumentChecked(TextBox& document, Control& next, const QString& wrongCGC)
+{
+    const QString length = u"Tem que ser 11 numeros para CPF e 14 numeros para CGC"_s;
+    const std::tuple<QString, QString, int> table[] = {
+        {u"1114447773"_s, length, 0},
+        {u"111444777351"_s, length + u'"', 0},
+        {u"11144477736"_s, u"CPF com DV incorreto !!!"_s, 14},
+        {u"11144477735"_s, {}, 14},
+        {u"11222333000182"_s, wrongCGC, 18},
+        {u"11222333000181"_s, {}, 18},
+        {u"11-222-333-0001/81"_s, {}, 0},
+    };
+    for (const auto& [text, message, limit] : table) {
+        SCOPED_TRACE(text.toStdString());
+        document.setMaxLength(0);
+        enter(document);
+        document.setText(text);
+        if (!message.isEmpty())
+            expectBox(message);
+        enter(next);
+        EXPECT_EQ(document.text(), message.isEmpty() ? text : QString());
+        EXPECT_EQ(document.maxLength(), limit);
+        EXPECT_EQ(document.widget()->hasFocus(), !message.isEmpty());
+    }
 }

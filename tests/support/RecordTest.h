@@ -34,6 +34,8 @@ protected:
     void expectStates(const Record& record, const std::vector<RecordState>& states,
                       const std::function<QString()>& shown,
                       const std::function<void(const RecordState&)>& alsoExpect = {});
+    // The three below.
+    void expectSafe(const Record& record);
     // Whichever call, write or lock fails: what was typed is stored once, and what was to go is
     // gone; or it is as before, and the same can be tried again.
     void expectStoredOnceWhateverFails(const Record& record);
@@ -43,6 +45,8 @@ protected:
     void expectGoneWhereAnotherDeletedIt(const Record& record);
     // Of a form whose load tells of its failure by so many boxes.
     void expectToBeLeftWithoutDatabase(const Record& record, int boxes);
+    // A tax number where its box is left for the next one, in a form that is open for typing.
+    void expectDocumentChecked(TextBox& document, Control& next, const QString& wrongCGC);
 
 private:
     void open(const Record& record, const QStringList& names);

@@ -7,11 +7,8 @@ class SheetTest : public WorkshopTest
 protected:
     SheetTest()
     {
-        const std::vector<std::pair<const char*, const char*>> company{
-            {"Titulo", "Oficina"},     {"Endereco", "Rua A, 1"}, {"Email", "a@b.c"},
-            {"Telefone", "3333-4444"}, {"Site", "b.c"},          {"CPFCGC", "11144477735"}};
-        for (const auto& [key, value] : company)
-            setIni(u"Configurar"_s, QString::fromLatin1(key), QString::fromLatin1(value));
+        setCompany();
+        setIni(u"Configurar"_s, u"CPFCGC"_s, u"11144477735"_s);
         for (int line = 1; line <= 8; ++line) {
             setIni(u"Configurar"_s, QString::number(line), u"entrada %1"_s.arg(line));
             setIni(u"Configurar"_s, QString::number(10 + line), u"saida %1"_s.arg(line));

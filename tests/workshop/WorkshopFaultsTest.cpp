@@ -79,29 +79,6 @@ TEST_F(WorkshopFaults, WhatFailsToShowAnOrderShowsItAtTheNextTry)
     }
 }
 
-// What is stored next goes to the order on show and to its twin, or nowhere.
-TEST_F(WorkshopFaults, WhatFailsToShowAnOrderChangesNoOther)
-{
-    for (const auto& [move, store] : {std::pair{10, 1}, {11, 3}, {12, 3}, {13, 1}}) {
-        const auto act = [move = move] { click(cli().Command1(move)); };
-        const auto prepare = [&] {
-            beginAgain();
-            openRecordAt(u"0000002"_s);
-        };
-        const auto check = [&, store = store](bool) {
-            const QString number = cli().Text1(13).text();
-            click(cli().Command1(2));
-            type(cli().Text1(0), u"Bia"_s);
-            click(cli().Command1(store));
-            EXPECT_EQ(twins(), orders());
-            QStringList others = orders().filter(u" Ana"_s);
-            others.removeAll(number + u" Ana"_s);
-            EXPECT_EQ(others.size(), number.isEmpty() ? 3 : 2);
-        };
-        failEachCall(prepare, act, check, 4);
-    }
-}
-
 TEST_F(WorkshopFaults, ClashThatFailsToShowTheOtherOrderNeverWritesOverIt)
 {
     const auto save = [] { click(cli().Command1(1)); };
