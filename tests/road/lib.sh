@@ -27,6 +27,9 @@ start_display() {
     openbox --sm-disable >"$grounds/openbox.log" 2>&1 &
     started+=($!)
     wait_for "a window manager" 60 window_manager_runs
+    # The shop's keyboard. A key that the layout lacks is lent one for a moment, which a busy program
+    # looks up too late.
+    setxkbmap -model abnt2 -layout br
     pause
 }
 
