@@ -8,8 +8,14 @@
 #include "SafetyCopy.h"
 #include "Strings.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <memory>
 
 // The safety copy of the main file, and the way back from it. One copy under one name: each backup
 // takes the place of the one before.
@@ -34,6 +40,27 @@ void showBackup(const QString& text)
     showProgress(QString(9, u'>'), text);
 }
 
+// The work goes on beside the windows, which stay painted however long the disk takes, and the
+// caption tells that it goes on. It touches no form and no recordset.
+void doBeside(const std::function<void()>& work)
+{
+    using namespace std::chrono_literals;
+    constexpr qint64 Second = 950; // milliseconds, so that each is seen
+    const QString text = principal().caption();
+    qint64 seconds = 0;
+    QElapsedTimer clock;
+    clock.start();
+    std::future<void> done = std::async(std::launch::async, work);
+    while (done.wait_for(5ms) != std::future_status::ready) {
+        if (clock.elapsed() / Second > seconds) {
+            seconds = clock.elapsed() / Second;
+            principal().setCaption(text + u" (%1 s)"_s.arg(seconds));
+        }
+        DoEvents();
+    }
+    done.get();
+}
+
 QString backupFolder()
 {
     return LeIni(u"Backup"_s, u"Pastabackup"_s, CaminhoIni());
@@ -45,11 +72,13 @@ void backUp(const QString& work)
     const QString live = hostPath(EnderecoEmpresa);
     const QString folder = backupFolder();
     showBackup(u"Compactando o arquivo "_s + EnderecoEmpresa + u" ..."_s);
-    ExclusiveFile file(live, DoEvents);
-    file.compactTo(work);
+    std::unique_ptr<ExclusiveFile> file;
+    doBeside([&] {
+        file = std::make_unique<ExclusiveFile>(live);
+        file->compactTo(work);
+    });
     showBackup(u"Compactando o arquivo "_s + EnderecoEmpresa + u" ... "_s);
-    file.takeOver(work);
-    DoEvents();
+    doBeside([&] { file->takeOver(work); });
     showBackup(u"Arquivo compactado com sucesso!"_s);
     // The head of a name that is longer than the standard one goes before the copy's name; a
     // shorter one is an error. Meant.
@@ -58,7 +87,8 @@ void backUp(const QString& work)
     const QString target = folder + head + CopyName;
     showBackup(target);
     showBackup(u"Transferindo Arquivos"_s);
-    file.copyTo(hostPath(target));
+    const QString copy = hostPath(target);
+    doBeside([&] { file->copyTo(copy); });
     showBackup(u"Concluido"_s);
 }
 
@@ -112,8 +142,9 @@ void Form1principal::EfetuaRestauracao()
         const QString sign(11, u'>');
         showProgress(sign,
                      u"Restauração do banco de Dados o arquivo "_s + EnderecoEmpresa + u" ..."_s);
-        restoreFromCopy(hostPath(EnderecoEmpresa), live,
-                        QFileInfo(live).path() + u"/Antes.restauracao"_s, DoEvents);
+        const QString copy = hostPath(EnderecoEmpresa);
+        const QString before = QFileInfo(live).path() + u"/Antes.restauracao"_s;
+        doBeside([&] { restoreFromCopy(copy, live, before); });
         showProgress(sign,
                      u"Restauração do Banco de Dados concluida "_s + EnderecoEmpresa + u" ..."_s);
         MsgBox(u"Operação concluída,reinicie o programa."_s, BoxButtons::Ok, BoxIcon::Information,

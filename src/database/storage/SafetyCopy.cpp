@@ -3,6 +3,7 @@
 #include "Database.h"
 #include "FileFormat.h"
 #include "FileRights.h"
+#include "LargePieces.h"
 #include "Patience.h"
 #include "RuntimeError.h"
 #include "SqliteHandle.h"
@@ -16,13 +17,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <future>
+#include <vector>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// Pages that are copied, and steps of the engine's machine that run, between two ticks.
-constexpr int PagesAtOnce = 512;
-constexpr int StepsAtOnce = 200'000;
 
 // A station that writes all the time leaves the file free for moments only: the lock is asked for
 // at short and even intervals.
@@ -32,12 +33,6 @@ int waitForLock(void* clock, int /*asked*/)
 {
     QThread::msleep(Pause);
     return static_cast<QElapsedTimer*>(clock)->elapsed() < Patience::limit();
-}
-
-int tickOfEngine(void* tick)
-{
-    (*static_cast<Tick*>(tick))();
-    return 0;
 }
 
 void removeFile(const QString& path)
@@ -57,10 +52,10 @@ void makeClosed(const QString& path, Rights rights)
     setRights(empty.handle(), QFileInfo(path).absolutePath(), rights);
 }
 
-// Brings a file, or a folder's names, to the disk. Some network drives know no sync.
-void bringToDisk(const QString& path)
+// Brings a folder's names to the disk. Some network drives know no sync.
+void bringToDisk(const QString& folder)
 {
-    const int file = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    const int file = open(QFile::encodeName(folder).constData(), O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return;
     const bool failed = fsync(file) != 0 && errno != EINVAL && errno != ENOTSUP;
@@ -78,69 +73,170 @@ void requireFolder(const QString& folder)
         throw RuntimeError(RuntimeError::PermissionDenied);
 }
 
-void copyContent(SqliteHandle& target, SqliteHandle& source, const Tick& tick)
+// A file that is walked through from its first page to its last.
+class WalkedFile : public SqliteHandle
 {
-    sqlite3_backup* copying = sqlite3_backup_init(target.get(), "main", source.get(), "main");
+public:
+    explicit WalkedFile(const QString& path, Mode mode = Mode::Existing)
+        : SqliteHandle(path, mode, inLargePieces(Database::vfs()))
+    {
+    }
+};
+
+// All of the source in place of all of the target, in one transaction. Whoever asks for a word
+// before what stood there is given up gets it from `allow`, which throws.
+void copyContent(
+    SqliteHandle& target, SqliteHandle& source, const std::function<void()>& allow = [] {})
+{
+    constexpr int AllPages = -1;
+    const auto finish = [](sqlite3_backup* copying) { sqlite3_backup_finish(copying); };
+    std::unique_ptr<sqlite3_backup, decltype(finish)> copying(
+        sqlite3_backup_init(target.get(), "main", source.get(), "main"), finish);
     if (!copying)
         target.raise(sqlite3_extended_errcode(target.get()));
-    int code = SQLITE_OK;
-    while (code == SQLITE_OK) {
-        code = sqlite3_backup_step(copying, PagesAtOnce);
-        if (tick)
-            tick();
+    int code = sqlite3_backup_step(copying.get(), 0);
+    if (code == SQLITE_OK)
+        code = sqlite3_backup_step(copying.get(), sqlite3_backup_remaining(copying.get()) - 1);
+    if (code == SQLITE_OK) {
+        allow();
+        code = sqlite3_backup_step(copying.get(), AllPages);
     }
-    const int finished = sqlite3_backup_finish(copying);
+    const int finished = sqlite3_backup_finish(copying.release());
     if (code != SQLITE_DONE)
         target.raise(code);
     if (finished != SQLITE_OK)
         target.raise(finished);
 }
 
-// Whole, ours, not of a later making, and with the tables of a main file.
-void requireWholeMainFile(SqliteHandle& file)
+// Ours, not of a later making, and with the tables of a main file.
+void requireMainFile(SqliteHandle& file)
 {
     const qint64 format = file.integer("PRAGMA application_id");
     if ((format != fileformat::Plain && format != fileformat::Marked) ||
         file.integer("PRAGMA user_version") > fileformat::Version ||
         file.integer("SELECT count(*) FROM sqlite_master WHERE name='Cliente'") == 0)
         file.raise(SQLITE_NOTADB);
+}
+
+void requireWhole(SqliteHandle& file)
+{
     SqliteStatement check(file, "PRAGMA integrity_check(1)");
     if (!check.step() || check.column(0).text != "ok")
         file.raise(SQLITE_CORRUPT);
 }
 
-enum class Check
+// Looks whether a file is a whole main file. The long part of it goes on beside other work; the
+// file stands still as long as this lives.
+class WholeCheck
 {
-    Whole,
-    None // what lies in a damaged file is worth keeping, too
+public:
+    explicit WholeCheck(const QString& path) : file_(path)
+    {
+        file_.execute("BEGIN");
+        requireMainFile(file_);
+        result_ = std::async(std::launch::async, [this] { requireWhole(file_); });
+    }
+
+    // To be asked before anything of value is given up for the file.
+    void require() { result_.get(); }
+
+private:
+    WalkedFile file_;
+    std::future<void> result_;
 };
 
-void copyDurably(SqliteHandle& source, const QString& path, Check check, const Tick& tick,
-                 Rights rights = Rights::OfOwner)
+// The bytes of a database file that stands still: in the engine's hands, so that its locks stay,
+// but past its pages.
+class FileBytes
 {
-    requireFolder(QFileInfo(path).absolutePath());
-    if (QFileInfo(path).isDir())
-        throw RuntimeError(RuntimeError::PathFileAccess);
-    const QString partial = path + u".parcial"_s;
-    removeFile(partial);
-    try {
-        {
-            makeClosed(partial, rights);
-            SqliteHandle target(partial, SqliteHandle::Mode::Create, Database::vfs());
-            copyContent(target, source, tick);
-            if (check == Check::Whole)
-                requireWholeMainFile(target);
-        }
-        bringToDisk(partial);
-        QFile::remove(path + u"-journal"_s);
-        if (rename(QFile::encodeName(partial).constData(), QFile::encodeName(path).constData()))
-            throw RuntimeError(RuntimeError::PathFileAccess);
-        bringToDisk(QFileInfo(path).absolutePath());
-    } catch (const RuntimeError&) {
-        removeFile(partial);
-        throw;
+public:
+    static constexpr qint64 Piece = 65536;
+
+    explicit FileBytes(SqliteHandle& file) : file_(file)
+    {
+        sqlite3_file_control(file.get(), "main", SQLITE_FCNTL_FILE_POINTER, &layer_);
+        require(layer_->pMethods->xFileSize(layer_, &size_));
     }
+
+    qint64 size() const { return size_; }
+    std::vector<char> piece(qint64 at) const
+    {
+        std::vector<char> bytes(static_cast<std::size_t>(std::min(Piece, size_ - at)));
+        require(layer_->pMethods->xRead(layer_, bytes.data(), static_cast<int>(bytes.size()), at));
+        return bytes;
+    }
+    void append(const std::vector<char>& bytes)
+    {
+        require(
+            layer_->pMethods->xWrite(layer_, bytes.data(), static_cast<int>(bytes.size()), size_));
+        size_ += static_cast<qint64>(bytes.size());
+    }
+    void sync() { require(layer_->pMethods->xSync(layer_, SQLITE_SYNC_FULL)); }
+
+private:
+    void require(int code) const
+    {
+        if (code != SQLITE_OK)
+            file_.raise(code);
+    }
+
+    SqliteHandle& file_;
+    sqlite3_file* layer_ = nullptr;
+    qint64 size_ = 0;
+};
+
+// What was written is read again.
+void copyBytes(SqliteHandle& target, SqliteHandle& source)
+{
+    const FileBytes meant(source);
+    FileBytes written(target);
+    for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
+        written.append(meant.piece(at));
+    written.sync();
+    for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
+        if (written.piece(at) != meant.piece(at))
+            target.raise(SQLITE_CORRUPT);
 }
+
+// A copy under a temporary name beside its place, on the disk and the same. It goes again if it is
+// not put in its place.
+class DurableCopy
+{
+public:
+    DurableCopy(SqliteHandle& source, const QString& path, Rights rights = Rights::OfOwner)
+        : path_(path)
+    {
+        requireFolder(QFileInfo(path).absolutePath());
+        if (QFileInfo(path).isDir())
+            throw RuntimeError(RuntimeError::PathFileAccess);
+        removeFile(partial_);
+        try {
+            makeClosed(partial_, rights);
+            WalkedFile target(partial_);
+            copyBytes(target, source);
+        } catch (const RuntimeError&) {
+            removeFile(partial_);
+            throw;
+        }
+    }
+    ~DurableCopy() { removeFile(partial_); }
+    DurableCopy(const DurableCopy&) = delete;
+    DurableCopy& operator=(const DurableCopy&) = delete;
+
+    const QString& temporaryPath() const { return partial_; }
+
+    void putInPlace() const
+    {
+        QFile::remove(path_ + u"-journal"_s);
+        if (rename(QFile::encodeName(partial_).constData(), QFile::encodeName(path_).constData()))
+            throw RuntimeError(RuntimeError::PathFileAccess);
+        bringToDisk(QFileInfo(path_).absolutePath());
+    }
+
+private:
+    QString path_;
+    QString partial_ = path_ + u".parcial"_s;
+};
 
 bool isDatabase(const QString& path)
 {
@@ -150,19 +246,18 @@ bool isDatabase(const QString& path)
 
 } // namespace
 
-ExclusiveFile::ExclusiveFile(const QString& path, Tick tick) : tick_(std::move(tick))
+ExclusiveFile::ExclusiveFile(const QString& path)
 {
     // The former owner's handle gives way; what it had read is no longer true afterwards.
     Database::dropIdle();
-    handle_ = std::make_unique<SqliteHandle>(path, SqliteHandle::Mode::Existing, Database::vfs());
+    handle_ = std::make_unique<WalkedFile>(path);
     // Compacting attaches the new file by itself.
     sqlite3_limit(handle_->get(), SQLITE_LIMIT_ATTACHED, 1);
-    if (tick_)
-        sqlite3_progress_handler(handle_->get(), StepsAtOnce, tickOfEngine, &tick_);
     QElapsedTimer clock;
     clock.start();
     sqlite3_busy_handler(handle_->get(), waitForLock, &clock);
-    handle_->execute("PRAGMA synchronous=EXTRA; BEGIN EXCLUSIVE");
+    // In memory up to 128 MiB: each part that does not fit waits for the disk once more.
+    handle_->execute("PRAGMA synchronous=EXTRA; PRAGMA cache_size=-131072; BEGIN EXCLUSIVE");
     // Only now: a handle in this mode keeps even a reader's lock while it waits for more, and would
     // wait for a writer that waits for it.
     handle_->execute("PRAGMA locking_mode=EXCLUSIVE; COMMIT");
@@ -185,41 +280,44 @@ void ExclusiveFile::compactTo(const QString& path)
         compact.bind(1, Cell::ofText(name));
         compact.step();
     }
-    SqliteHandle compacted(path, SqliteHandle::Mode::Existing, Database::vfs());
+    WalkedFile compacted(path);
     compacted.execute(("PRAGMA application_id=" + std::to_string(fileformat::Marked)).c_str());
 }
 
 void ExclusiveFile::takeOver(const QString& path)
 {
-    SqliteHandle source(path, SqliteHandle::Mode::Existing, Database::vfs());
-    copyContent(*handle_, source, tick_);
+    WholeCheck check(path);
+    WalkedFile content(path);
+    copyContent(*handle_, content, [&] { check.require(); });
+    isChecked_ = true;
 }
 
 void ExclusiveFile::copyTo(const QString& path)
 {
-    copyDurably(*handle_, path, Check::Whole, tick_);
+    const DurableCopy copy(*handle_, path);
+    if (!isChecked_)
+        WholeCheck(copy.temporaryPath()).require();
+    copy.putInPlace();
 }
 
-void ExclusiveFile::keepAs(const QString& path)
-{
-    copyDurably(*handle_, path, Check::None, tick_);
-}
-
-void restoreFromCopy(const QString& copy, const QString& live, const QString& before,
-                     const Tick& tick)
+void restoreFromCopy(const QString& copy, const QString& live, const QString& before)
 {
     if (!QFileInfo(copy).isFile())
         throw RuntimeError(RuntimeError::FileNotFound);
-    {
-        SqliteHandle source(copy, SqliteHandle::Mode::Existing, Database::vfs());
-        requireWholeMainFile(source);
-        if (!QFile::exists(live) || !isDatabase(live)) {
-            Database::dropIdle();
-            copyDurably(source, live, Check::Whole, tick, Rights::OfGroup);
-            return;
-        }
+    WholeCheck check(copy);
+    WalkedFile content(copy);
+    if (!QFile::exists(live) || !isDatabase(live)) {
+        Database::dropIdle();
+        const DurableCopy whole(content, live, Rights::OfGroup);
+        check.require();
+        whole.putInPlace();
+        return;
     }
-    ExclusiveFile file(live, tick);
-    file.keepAs(before);
-    file.takeOver(copy);
+    ExclusiveFile file(live);
+    // What lies in a damaged file is worth keeping, too.
+    const DurableCopy kept(*file.handle_, before);
+    copyContent(*file.handle_, content, [&] {
+        check.require();
+        kept.putInPlace();
+    });
 }

@@ -7,10 +7,6 @@
 
 class SqliteHandle;
 
-// Called now and then during a long step, so that the caller can keep its windows painted. It must
-// not touch the file.
-using Tick = std::function<void()>;
-
 // One database file in this program's hand alone, for a backup or a restore: from its making to its
 // end no other station, and no other handle, reads or writes the file. Everything goes through the
 // engine, so that a power cut at any moment leaves the live file whole, with its old or its new
@@ -20,7 +16,7 @@ class ExclusiveFile
 {
 public:
     // An error where the lock is not had within five seconds, and for a missing or foreign file.
-    explicit ExclusiveFile(const QString& path, Tick tick = {});
+    explicit ExclusiveFile(const QString& path);
     ~ExclusiveFile();
     ExclusiveFile(const ExclusiveFile&) = delete;
     ExclusiveFile& operator=(const ExclusiveFile&) = delete;
@@ -28,23 +24,23 @@ public:
     // The content without its gaps, in the form that is marked as encrypted, in a file of that
     // name; one that is left over from an earlier time is replaced.
     void compactTo(const QString& path);
-    // The whole content of the other file takes the place of this one's, in one transaction.
+    // The whole content of the other file, which is checked meanwhile, takes the place of this
+    // one's in one transaction.
     void takeOver(const QString& path);
-    // A copy that is written under a temporary name beside the target, checked whole, brought to
-    // the disk and renamed: the target is the old copy or the new one, never half of one. Readable
-    // by its owner only, or by the group that the folder was given to.
+    // A copy that is written under a temporary name beside the target, brought to the disk, found
+    // whole and renamed: the target is the old copy or the new one, never half of one. Readable by
+    // its owner only.
     void copyTo(const QString& path);
-    // The same without the check: what lies in a damaged file is worth keeping, too.
-    void keepAs(const QString& path);
 
 private:
+    friend void restoreFromCopy(const QString&, const QString&, const QString&);
+
     std::unique_ptr<SqliteHandle> handle_;
-    Tick tick_;
+    bool isChecked_ = false; // what it took over was
 };
 
 // Puts the content of a copy into the live file, after the copy was checked whole: error 53 where
 // it is missing, -2147467259 where it is damaged, of another program, of a later making, or no main
 // file. What stood in the live file lies in `before` by then. A live file that is no database is
 // replaced by a new file.
-void restoreFromCopy(const QString& copy, const QString& live, const QString& before,
-                     const Tick& tick = {});
+void restoreFromCopy(const QString& copy, const QString& live, const QString& before);
