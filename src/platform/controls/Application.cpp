@@ -10,6 +10,7 @@
 #include <QFont>
 #include <QKeyEvent>
 #include <QLibraryInfo>
+#include <QScopedValueRollback>
 #include <QTranslator>
 #include <QWidget>
 
@@ -23,6 +24,7 @@ namespace {
 struct ProgramState
 {
     bool running = false;
+    bool painting = false;
     bool ended = false;
     int tabsToSend = 0;
     std::function<void(EndReason)> endForTests;
@@ -110,7 +112,13 @@ bool programEnded()
 
 void DoEvents()
 {
+    const QScopedValueRollback painting(state().painting, true);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+bool onlyPaints()
+{
+    return state().painting;
 }
 
 void SendKeys(const QString& keys)

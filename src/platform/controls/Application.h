@@ -28,8 +28,10 @@ bool programEnded();
 // True while runApplication has the event loop.
 bool applicationRuns();
 
-// Lets the windows be painted; keys and mouse wait.
+// Lets the windows be painted; keys and mouse wait, and no window is closed by its frame.
 void DoEvents();
+// True meanwhile.
+bool onlyPaints();
 
 // Puts the key into the queue: it acts after the running handler, on what has the focus then.
 // "{TAB}" is the one key that the system sends.

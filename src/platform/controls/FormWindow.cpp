@@ -1,4 +1,5 @@
 #include "FormWindow.h"
+#include "Application.h"
 
 #include "Controls.h"
 #include "EventGate.h"
@@ -67,6 +68,8 @@ void FormWindow::waitUntilGone()
 void FormWindow::frameClosed(QEvent& event)
 {
     event.ignore();
+    if (onlyPaints())
+        return;
     gate::run(form_, OnError::Box, [this] { form_.unload(); });
 }
 
