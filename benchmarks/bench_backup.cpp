@@ -105,7 +105,8 @@ int main(int argc, char** argv)
              copyDurably(copy, folder + u"/vivo"_s);
          },
          [] { principal().EfetuaRestauracao(); }, work, work},
-        {"the first opening of a day: quick_check", 1.5,
+        {"the first opening of a day: quick_check",
+         1.5,
          [&] { require(RawFile(live).readAll("PRAGMA quick_check") == 1); },
          [&] { Database::open(live); },
          {},
