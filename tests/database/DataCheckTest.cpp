@@ -95,7 +95,11 @@ TEST_F(DataCheckTest, EachPlantedFaultIsFoundAndNothingElse)
     // Nobody left, a damaged file, a missing one.
     sql(files_.main, u"DELETE FROM VALIDAR"_s);
     EXPECT_EQ(findings(), QStringList{u"Usuários: não há nenhum, ninguém pode entrar."_s});
-    lay(files_.main, QByteArray(3000, '\x77'));
+    QFile file(files_.main);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek(3 * 4096 + 100);
+    file.write(QByteArray(3000, '\x77'));
+    file.close();
     EXPECT_EQ(findings().size(), 1);
     // A folder from another computer.
     ShopFiles copied = files_;

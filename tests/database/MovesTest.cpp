@@ -94,8 +94,9 @@ TEST_F(MovesTest, FindFoldsCaseKnowsNoWildcardsAndEndsAtEof)
     table->Find(u"CODIGO LIKE '*x*'"_s);
     EXPECT_EQ(errorOf([&] { table->Find(u"CODIGO LIKE '*1*'"_s); }), RuntimeError::NoCurrentRecord);
     table->MoveFirst();
-    for (const QString& wrong : {u"NOMEEMPRESA LIKE '*d''a*'"_s, u"NOMEEMPRESA LIKE '*a'"_s,
-                                 u"NOMEEMPRESA = 'a'"_s, u"NOMEEMPRESA LIKE '*a*' x"_s})
+    for (const QString& wrong :
+         {u"NOMEEMPRESA LIKE '*d''a*'"_s, u"NOMEEMPRESA LIKE '*a'"_s, u"NOMEEMPRESA = 'a'"_s,
+          u"NOMEEMPRESA LIKE '*'"_s, u"NOMEEMPRESA LIKE '*a*' x"_s})
         EXPECT_EQ(errorOf([&] { table->Find(wrong); }), RuntimeError::WrongArguments)
             << wrong.toStdString();
     EXPECT_EQ(errorOf([&] { table->Find(u"NADA LIKE '*a*'"_s); }), RuntimeError::NoSuchItem);

@@ -66,6 +66,7 @@ TEST_F(SnapshotTest, OtherStatementsAreSyntaxErrors)
     for (const auto& [sql, error] :
          {std::pair(u"  select*from  FORNECEDOR  ORDER\tBY site "_s, 0),
           {all + u" WHERE CODIGO Like '%d'a%'"_s, RuntimeError::SyntaxError},
+          {all + u" WHERE CODIGO '%a%'"_s, RuntimeError::SyntaxError},
           {all + u" WHERE CODIGO Like '%' or '1'='1'"_s, RuntimeError::SyntaxError},
           {all + u"; DROP TABLE FORNECEDOR"_s, RuntimeError::SyntaxError},
           {all + u" order by CODIGO, SITE"_s, RuntimeError::SyntaxError},

@@ -130,6 +130,7 @@ TEST_F(ControlsTest, ChangeFiresInsideTheAssignmentAndOnlyForARealChange)
     for (int i = 0; i < 2; ++i)
         sample().Text1(12).setText(u"x"_s);
     EXPECT_EQ(sample().events, (QStringList{u"Load"_s, u"Change0"_s, u"Change12"_s}));
+    EXPECT_THROW(sample().Text1(1), RuntimeError);
     box.setMaxLength(3);
     EXPECT_EQ(box.text(), u"12345"_s) << "lowering the limit leaves the text";
     sample().on[u"Change0"_s] = [&] { box.setMaxLength(8); };

@@ -143,6 +143,7 @@ TEST_F(ProfileFileTest, WhatCannotBeWrittenLeavesTheFileAsItWas)
     }
     faults::setObserver([](faults::Call) { throw RuntimeError(RuntimeError::DiskFull); });
     EXPECT_FALSE(write(u"Titulo"_s, u"b"_s));
+    EXPECT_EQ(read(u"Titulo"_s), u"<default>"_s);
     faults::setObserver({});
     for (const QString& marked : {path(), directory_.path()}) {
         const auto usual = QFile::permissions(marked);
