@@ -60,15 +60,13 @@ TEST_F(ConnectionTest, MissingForeignAndTornFilesFailAtOpening)
 
 TEST_F(ConnectionTest, ReplacedFileIsReadAnew)
 {
-    addSuppliers({u"before"_s});
-    auto old = open(suppliers_);
     const QString copy = folder() + u"/a;b = c"_s;
     QFile::copy(mainFile(), copy);
-    sql(copy, u"UPDATE FORNECEDOR SET NOMEEMPRESA='restored'"_s);
+    auto old = open(suppliers_);
+    sql(copy, u"INSERT INTO FORNECEDOR(NOMEEMPRESA) VALUES('restored')"_s);
     EXPECT_TRUE(connect(QString(copy).replace(u'/', u'\\'))->isOpen()) << "a path may be classic";
     ASSERT_EQ(::rename(copy.toUtf8().constData(), mainFile().toUtf8().constData()), 0);
-    EXPECT_EQ(open(suppliers_)->Fields(0).text(), u"restored"_s);
-    EXPECT_EQ(old->Fields(0).text(), u"before"_s);
+    EXPECT_EQ(open(suppliers_)->RecordCount() - old->RecordCount(), 1);
 }
 
 TEST_F(ConnectionTest, ReadOnlyFileOpensAndRefusesToBeWritten)
@@ -116,21 +114,12 @@ TEST_F(ConnectionTest, BusyFileIsWaitedForOnceInAnEventAndThenAskedWithoutWaitin
     EXPECT_GE(took, Limit) << "it has answered in between";
 }
 
-TEST_F(ConnectionTest, OnlyOrdinaryFilesWithARollbackJournalAreOpened)
+TEST_F(ConnectionTest, APipeInPlaceOfAJournalIsRefused)
 {
     const QString journal = mainFile() + u"-journal"_s;
-    for (const QString& file : {folder() + u"/pipe.mdb"_s, journal})
-        ASSERT_EQ(mkfifo(file.toUtf8().constData(), 0600), 0);
-    EXPECT_NE(textOf(folder() + u"/pipe.mdb"_s), QString());
+    ASSERT_EQ(mkfifo(journal.toUtf8().constData(), 0600), 0);
     EXPECT_NE(textOf(mainFile()), QString()) << "and nothing hangs";
     QFile::remove(journal);
-    auto table = open(suppliers_);
-    ASSERT_EQ(mkfifo(journal.toUtf8().constData(), 0600), 0);
-    EXPECT_EQ(errorOf([&] { add(*table, u"a"_s); }), RuntimeError::EngineFault);
-    QFile::remove(journal);
-    table->Update();
-    table.reset();
-    Database::dropIdle();
     sql(mainFile(), u"PRAGMA journal_mode=WAL"_s);
     EXPECT_TRUE(textOf(mainFile()).startsWith(u"Formato"_s));
 }

@@ -133,7 +133,6 @@ TEST_F(FaultLogTest, WhereItCannotBeWrittenTheBoxDoesNotNameIt)
     lay(QDir::homePath() + u"/.local/state"_s, {});
     expectEnd(false);
     event(OnError::End, [] { throw RuntimeError(53); });
-    EXPECT_EQ(ends().size(), 1U);
 }
 
 } // namespace

@@ -49,11 +49,9 @@ TEST_F(SnapshotTest, OrderPutsNullsFirstThenPortugueseAndNumbersByValue)
 TEST_F(SnapshotTest, LikeFindsByFoldedTextAndTypedWildcards)
 {
     addSuppliers({u"JOSE"_s, u"José"_s, u"50% off"_s, u""_s, QString(), u"D'Ávila"_s});
-    for (const auto& [typed, codes] : {std::pair(u"jose"_s, u"1"_s),
-                                       {u"JOSÉ"_s, u"2"_s},
-                                       {u""_s, u"1 2 3 4 6"_s},
+    for (const auto& [typed, codes] : {std::pair(u""_s, u"1 2 3 4 6"_s),
                                        {u"%of_"_s, u"3"_s},
-                                       {u"[ja]"_s, u"1 2 6"_s},
+                                       {u"[!x]"_s, u"1 2 3 6"_s},
                                        {u"d''á"_s, u"6"_s}})
         EXPECT_EQ(column(*open(suppliers_ + u" WHERE NomeEmpresa Like '%"_s + typed + u"%'"_s), 9)
                       .join(u' '),

@@ -1,10 +1,15 @@
 #include "Like.h"
 
+#include "Collation.h"
+
 #include <gtest/gtest.h>
+
+#include <QRegularExpression>
+
+#include <random>
 
 using namespace Qt::Literals::StringLiterals;
 
-// What "%" and "_" find is held against another engine by the fuzz target.
 TEST(Like, CaseAndSetsFollowTheirRules)
 {
     struct Row
@@ -31,4 +36,25 @@ TEST(Like, CaseAndSetsFollowTheirRules)
     };
     for (const Row& row : rows)
         EXPECT_EQ(LikePattern(row.pattern).matches(row.text), row.matches) << row.rule;
+}
+
+TEST(Like, AnotherEngineFindsTheSame)
+{
+    std::mt19937 random(7);
+    const auto some = [&random](const QString& letters) {
+        QString text;
+        for (auto length = random() % 8; length > 0; --length)
+            text += letters[static_cast<int>(random() % static_cast<unsigned>(letters.size()))];
+        return text;
+    };
+    for (int round = 0; round < 10'000; ++round) {
+        const QString pattern = some(u"aBÉ.%_%_\n"_s);
+        const QString text = some(u"abBé.\n"_s);
+        QString expression = QRegularExpression::escape(folded(pattern));
+        expression.replace(u"\\%"_s, u".*"_s).replace(u'_', u'.');
+        const QRegularExpression other(QRegularExpression::anchoredPattern(expression),
+                                       QRegularExpression::DotMatchesEverythingOption);
+        EXPECT_EQ(LikePattern(pattern).matches(text), other.match(folded(text)).hasMatch())
+            << pattern.toStdString() << " | " << text.toStdString();
+    }
 }

@@ -18,7 +18,6 @@ struct Row
 
 } // namespace
 
-// That just these are numeric is held by the fuzz target.
 TEST(Numbers, TextIsReadByTheRegionalSettings)
 {
     const std::vector<Row> numbers{
@@ -31,15 +30,19 @@ TEST(Numbers, TextIsReadByTheRegionalSettings)
         {u"&O17"_s, 15},        {u" 12 \t"_s, 12},   {u"1e-4294967297"_s, 0},
         {u"0e4294967297"_s, 0},
     };
-    for (const Row& row : numbers)
+    for (const Row& row : numbers) {
         EXPECT_DOUBLE_EQ(toNumber(row.text), row.number) << row.text.toStdString();
+        EXPECT_TRUE(isNumeric(row.text)) << row.text.toStdString();
+    }
     const QStringList others{u".5"_s,   u","_s,     u"1,2,3"_s, u"$5"_s,    u"R$ 5 R$"_s, u"(-5)"_s,
                              u"-(5)"_s, u"(5)-"_s,  u"(5"_s,    u"5)"_s,    u"()"_s,      u"-5-"_s,
                              u"--5"_s,  u"1e"_s,    u"1e+"_s,   u"e3"_s,    u"&H"_s,      u"&O8"_s,
                              u"0x10"_s, u"12 34"_s, u"5%"_s,    u"p.EST"_s, u"*******"_s, u""_s,
                              u"  "_s,   u"05/12"_s, u"\u0661"_s};
-    for (const QString& text : others)
+    for (const QString& text : others) {
         EXPECT_EQ(errorOf([&] { toNumber(text); }), 13) << text.toStdString();
+        EXPECT_FALSE(isNumeric(text)) << text.toStdString();
+    }
     for (const QString& beyond : {u"1e999"_s, u"-1e99999999999999999999"_s, QString(400, u'9'),
                                   u"&H"_s + QString(400, u'f')})
         EXPECT_EQ(errorOf([&] { toNumber(beyond); }), 6) << beyond.toStdString();

