@@ -4,6 +4,8 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -270,6 +272,20 @@ int doFullPathname(sqlite3_vfs*, const char* path, int size, char* full)
     return SQLITE_OK;
 }
 
+// A name that was given by the program itself, past the engine.
+void noteRename(const std::string& from, const std::string& to, std::optional<std::string> former)
+{
+    const auto known = layer.files.find(from);
+    if (known == layer.files.end())
+        return;
+    Medium moved = known->second;
+    moved.path = to;
+    moved.entrySynced = false;
+    moved.former = std::move(former);
+    layer.files[to] = std::move(moved);
+    known->second.exists = false;
+}
+
 void prepare()
 {
     layer.base = sqlite3_vfs_find(nullptr);
@@ -330,4 +346,32 @@ void filelayer::disarm()
 bool filelayer::hasRefused()
 {
     return layer.refusals > 0;
+}
+
+// In place of the host's own, for the calls that the program makes past the engine.
+extern "C" int rename(const char* from, const char* to) noexcept
+{
+    return changing([&] {
+        std::optional<std::string> former;
+        if (std::ifstream content(to, std::ios::binary); content && layer.status)
+            former.emplace(std::istreambuf_iterator<char>(content),
+                           std::istreambuf_iterator<char>());
+        const auto result = static_cast<int>(syscall(SYS_rename, from, to));
+        if (result == 0)
+            noteRename(from, to, std::move(former));
+        return result;
+    });
+}
+
+extern "C" int fsync(int file)
+{
+    return changing([&] {
+        const auto result = static_cast<int>(syscall(SYS_fsync, file));
+        struct stat kind
+        {
+        };
+        if (result == 0 && fstat(file, &kind) == 0 && S_ISDIR(kind.st_mode) && !layer.plan.deaf)
+            syncFolder();
+        return result;
+    });
 }

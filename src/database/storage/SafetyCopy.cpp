@@ -185,26 +185,13 @@ private:
     qint64 size_ = 0;
 };
 
-// What was written is read again.
-void copyBytes(SqliteHandle& target, SqliteHandle& source)
-{
-    const FileBytes meant(source);
-    FileBytes written(target);
-    for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
-        written.append(meant.piece(at));
-    written.sync();
-    for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
-        if (written.piece(at) != meant.piece(at))
-            target.raise(SQLITE_CORRUPT);
-}
-
-// A copy under a temporary name beside its place, on the disk and the same. It goes again if it is
-// not put in its place.
+// A copy under a temporary name beside its place, on the disk. It goes again if it is not put in
+// its place.
 class DurableCopy
 {
 public:
     DurableCopy(SqliteHandle& source, const QString& path, Rights rights = Rights::OfOwner)
-        : path_(path)
+        : source_(source), path_(path)
     {
         requireFolder(QFileInfo(path).absolutePath());
         if (QFileInfo(path).isDir())
@@ -212,8 +199,8 @@ public:
         removeFile(partial_);
         try {
             makeClosed(partial_, rights);
-            WalkedFile target(partial_);
-            copyBytes(target, source);
+            target_ = std::make_unique<WalkedFile>(partial_);
+            write();
         } catch (const RuntimeError&) {
             removeFile(partial_);
             throw;
@@ -223,10 +210,23 @@ public:
     DurableCopy(const DurableCopy&) = delete;
     DurableCopy& operator=(const DurableCopy&) = delete;
 
-    const QString& temporaryPath() const { return partial_; }
-
-    void putInPlace() const
+    // Reads again what was written.
+    void requireSame()
     {
+        const FileBytes meant(source_);
+        const FileBytes written(*target_);
+        for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
+            if (written.piece(at) != meant.piece(at))
+                target_->raise(SQLITE_CORRUPT);
+    }
+    void requireWholeMainFile()
+    {
+        requireMainFile(*target_);
+        requireWhole(*target_);
+    }
+    void putInPlace()
+    {
+        target_.reset();
         QFile::remove(path_ + u"-journal"_s);
         if (rename(QFile::encodeName(partial_).constData(), QFile::encodeName(path_).constData()))
             throw RuntimeError(RuntimeError::PathFileAccess);
@@ -234,8 +234,19 @@ public:
     }
 
 private:
+    void write()
+    {
+        const FileBytes meant(source_);
+        FileBytes written(*target_);
+        for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
+            written.append(meant.piece(at));
+        written.sync();
+    }
+
+    SqliteHandle& source_;
     QString path_;
     QString partial_ = path_ + u".parcial"_s;
+    std::unique_ptr<WalkedFile> target_;
 };
 
 bool isDatabase(const QString& path)
@@ -294,9 +305,10 @@ void ExclusiveFile::takeOver(const QString& path)
 
 void ExclusiveFile::copyTo(const QString& path)
 {
-    const DurableCopy copy(*handle_, path);
+    DurableCopy copy(*handle_, path);
+    copy.requireSame();
     if (!isChecked_)
-        WholeCheck(copy.temporaryPath()).require();
+        copy.requireWholeMainFile();
     copy.putInPlace();
 }
 
@@ -308,14 +320,15 @@ void restoreFromCopy(const QString& copy, const QString& live, const QString& be
     WalkedFile content(copy);
     if (!QFile::exists(live) || !isDatabase(live)) {
         Database::dropIdle();
-        const DurableCopy whole(content, live, Rights::OfGroup);
+        DurableCopy whole(content, live, Rights::OfGroup);
+        whole.requireSame();
         check.require();
         whole.putInPlace();
         return;
     }
     ExclusiveFile file(live);
     // What lies in a damaged file is worth keeping, too.
-    const DurableCopy kept(*file.handle_, before);
+    DurableCopy kept(*file.handle_, before);
     copyContent(*file.handle_, content, [&] {
         check.require();
         kept.putInPlace();
