@@ -25,6 +25,8 @@
 #include <QStandardPaths>
 #include <QTableView>
 
+#include <sqlite3.h>
+
 #include <unistd.h>
 
 #include <chrono>
@@ -434,11 +436,28 @@ void registers()
         change(kind, true);
 }
 
+// Pages come to lie elsewhere, so that half of one content and half of another make no whole file.
+void moveAround()
+{
+    sqlite3* file = nullptr;
+    sqlite3_open(QFile::encodeName(
+                     hostPath(Funciones::LeIni(u"Local"_s, u"Caminho"_s, Funciones::CaminhoIni()))),
+                 &file);
+    sqlite3_exec(
+        file,
+        "CREATE TABLE IF NOT EXISTS sobra (texto); BEGIN; DELETE FROM sobra; INSERT INTO sobra "
+        "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<60) "
+        "SELECT hex(randomblob(abs(random())%1500)) FROM n; COMMIT",
+        nullptr, nullptr, nullptr);
+    sqlite3_close(file);
+}
+
 // An order's text is changed, copied away, changed again and brought back.
 void backups()
 {
     for (const bool back : {false, true}) {
         change(0, false);
+        moveAround();
         say({back ? u"restore"_s : u"backup"_s});
         back ? principal().EfetuaRestauracao() : principal().EfetuaBackup();
         end(true);
