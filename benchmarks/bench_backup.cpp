@@ -80,8 +80,9 @@ int main(int argc, char** argv)
     // What the shop does in a day: rows all over the file.
     int serial = 0;
     const auto work = [&] {
+        ++serial;
         RawFile station(live);
-        station.run("UPDATE Cliente SET observacao='dia " + std::to_string(++serial) +
+        station.run("UPDATE Cliente SET observacao='dia " + std::to_string(serial) +
                     "' WHERE rowid%500=" + std::to_string(serial));
         require(QFileInfo(live).size() > 0);
     };
