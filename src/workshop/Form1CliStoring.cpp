@@ -116,8 +116,12 @@ void Form1Cli::findNumber(const QString& number)
 
 bool Form1Cli::numberExists()
 try {
-    findNumber(Text1(13).text());
-    return Tabela3->Fields(0).textOrEmpty() == Text1(13).text();
+    const QString number = Text1(13).text();
+    findNumber(number);
+    // A longer number that holds this one may stand before it.
+    while (Tabela3->Fields(0).textOrEmpty() != number)
+        Tabela3->Find(likeCriterion(u"numero"_s, number), 1);
+    return true;
 } catch (const RuntimeError& error) {
     // Where the look-up itself failed nobody knows, and nothing is stored.
     if (error.number() != RuntimeError::NoCurrentRecord)

@@ -102,6 +102,7 @@ TEST_F(Form1CliTest, TwoStationsNeverGiveOneNumber)
         cli().unload();
         mainSql(u"DELETE FROM Cliente; DELETE FROM PECAAPLICADA"_s);
         addOrder(u"0000004"_s, u"Ana"_s);
+        addOrder(u"00000005"_s, u"Bia"_s); // from elsewhere: it holds the number, and is another
         cli().show();
         press(0);
         cameIn = false;
