@@ -167,6 +167,11 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
     EXPECT_TRUE(told_.endsWith(u"Não repita a venda: feche e abra a tela."_s))
         << told_.toStdString();
 
+    // A generation that cannot be counted on from.
+    const QString last = u" SET geracao = 9223372036854775807"_s;
+    sql(listFile(), u"UPDATE _lista"_s + last);
+    mainSql(u"UPDATE _lista_concluida"_s + last);
+
     // Where the shared file cannot be reached nothing is decided yet, nor by a further line.
     setListMarkResolver([this] { return folder() + u"/nada.mdb"_s; });
     EXPECT_EQ(openList()->RecordCount(), 1);
@@ -174,6 +179,7 @@ TEST_F(WriteOffTest, ListThatWasBookedIsEmptiedAtItsNextOpening)
     setListMarkResolver([this] { return mainFile(); });
     EXPECT_EQ(openList()->RecordCount(), 0);
     EXPECT_EQ(state(), u"3 | "_s);
+    EXPECT_EQ(sql(listFile(), u"SELECT min(geracao) FROM _lista"_s), QStringList{u"0"_s});
 
     // The mark has served: the next sale stays. So does one that stopped in the middle.
     add(*openList(), u"2"_s);

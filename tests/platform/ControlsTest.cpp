@@ -36,6 +36,7 @@ std::unique_ptr<QWidget> sampleWindow()
                      {u"Command2_0"_s, new QPushButton(u"&Abrir"_s)},
                      {u"Command2_1"_s, new QPushButton(u"&Apagar"_s)},
                      {u"MSFlexGrid1"_s, new QTableView},
+                     {u"Label1"_s, new QLabel(u"Rótulo"_s)},
                      {u"MaskEdBox1"_s, with("mask", u"(##)####-####"_s, new QLineEdit)},
                      {u"Frame1"_s, group},
                      {u"StatusBar1"_s, bar}});
@@ -65,6 +66,7 @@ public:
             call(u"Key"_s);
         });
         MSFlexGrid1.onClick([this] { call(u"Grid%1"_s.arg(MSFlexGrid1.Row())); });
+        Label1.onClick([this] { call(u"Label"_s); });
         Text2.onChange([this] { call(u"Text2"_s); }, OnError::Silent);
         Text3.onKeyPress([this](int& KeyAscii) { KeyAscii = swallows ? 0 : KeyAscii; });
         Command3.onClick([this] { call(u"Inner"_s); });
@@ -75,6 +77,7 @@ public:
     CommandButton Command1{this, u"Command1"_s};
     ControlArray<CommandButton> Command2{this, u"Command2"_s};
     FlexGrid MSFlexGrid1{this, u"MSFlexGrid1"_s};
+    Label Label1{this, u"Label1"_s};
     MaskEdBox MaskEdBox1{this, u"MaskEdBox1"_s};
     Frame Frame1{this, u"Frame1"_s};
     TextBox Text3{this, u"Text3"_s};
@@ -228,6 +231,13 @@ TEST_F(ControlsTest, FormsHearOfFocusBetweenFormsAndOfNothingElse)
     EXPECT_FALSE(sample().isLoaded());
     EXPECT_EQ(sample().events.mid(2), (QStringList{u"Deactivate"_s, u"Unload"_s}));
     EXPECT_TRUE(form<Other>().Command1.widget()->hasFocus());
+}
+
+TEST_F(ControlsTest, ALabelCanBeClicked)
+{
+    sample().load();
+    QTest::mouseClick(sample().Label1.widget(), Qt::LeftButton);
+    EXPECT_EQ(sample().events, (QStringList{u"Load"_s, u"Label"_s}));
 }
 
 TEST_F(ControlsTest, FocusTakenBackInLostFocusWins)

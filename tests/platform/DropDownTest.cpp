@@ -5,6 +5,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QLineEdit>
 #include <QTest>
@@ -18,7 +19,8 @@ std::unique_ptr<QWidget> listsWindow()
     return windowOf({{u"Text1"_s, new QLineEdit},
                      {u"Combo1_1"_s, new QComboBox},
                      {u"Combo1_2"_s, new QComboBox},
-                     {u"Drive1"_s, new QComboBox}});
+                     {u"Drive1"_s, new QComboBox},
+                     {u"DTPicker1"_s, new QDateEdit(QDate(2026, 3, 9))}});
 }
 
 class ListForm : public Form
@@ -44,6 +46,7 @@ public:
     TextBox Text1{this, u"Text1"_s};
     ControlArray<ComboBox> Combo1{this, u"Combo1"_s};
     DriveListBox Drive1{this, u"Drive1"_s};
+    DTPicker DTPicker1{this, u"DTPicker1"_s};
     QStringList events;
 };
 
@@ -151,6 +154,12 @@ TEST_F(DropDownTest, DriveListKnowsTheMappedLetters)
     enter(lists().Drive1);
     QTest::keyClick(lists().Drive1.widget(), Qt::Key_Up);
     EXPECT_EQ(lists().taken(), QStringList{u"e:"_s});
+    // The wheel is another's while the focus is.
+    enter(lists().Text1);
+    wheel(*lists().Drive1.widget());
+    wheel(*lists().DTPicker1.widget());
+    EXPECT_EQ(lists().Drive1.drive(), u"e:"_s);
+    EXPECT_EQ(lists().DTPicker1.value(), QDate(2026, 3, 9));
 }
 
 } // namespace
