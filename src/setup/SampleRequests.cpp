@@ -46,7 +46,7 @@ const std::vector<Visit>& visits()
          180},
         {{u"Televisor de 29 pol. sem imagem"_s, u"Cliente pede orçamento no local"_s, stars(27),
           stars(29)},
-         {u"Orçamento feito; aparelho levado para a oficina"_s, stars(31), stars(32), stars(33)},
+         {u"Orçamento feito; aparelho levado para a oficina"_s, stars(32), stars(32), stars(33)},
          u"Aparelho pesado, ir em duas pessoas"_s,
          60},
         {{u"Central de alarme dispara à noite"_s, u"Verificar sensores do quintal"_s,

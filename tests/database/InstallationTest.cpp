@@ -54,11 +54,14 @@ TEST_F(InstallationTest, ExamplesAreAsAShopWouldHaveThem)
     layDownInstallation(place, true);
     const QString file = place + u"/GALTERIA1.mdb"_s;
     // What was left empty holds the stars of its field, and no others.
-    EXPECT_EQ(sql(file, u"SELECT _id FROM MANUTENCAO WHERE "
-                        "trim(SERVICOSOLICITADO2, '*')='' AND length(SERVICOSOLICITADO2)<>26 OR "
-                        "trim(SERVICOEXECUTADO4, '*')='' AND length(SERVICOEXECUTADO4)<>33 OR "
-                        "trim(EMAIL, '*')='' AND length(EMAIL)<>33"_s),
-              QStringList());
+    const QString fields = u"DATACONCLUSAO 10,COMPLEMENTO 24,CELULAR 10,EMAIL 33,"
+                           "SERVICOSOLICITADO2 26,SERVICOSOLICITADO3 27,SERVICOSOLICITADO4 29,"
+                           "SERVICOEXECUTADO1 31,SERVICOEXECUTADO2 32,SERVICOEXECUTADO3 32,"
+                           "SERVICOEXECUTADO4 33,OBSERVACAO 39"_s;
+    for (const QString& field : fields.split(u','))
+        EXPECT_EQ(sql(file, u"SELECT DISTINCT '%1 ' || length(%1) FROM MANUTENCAO "
+                            "WHERE trim(%1, '*/')=''"_s.arg(field.section(u' ', 0, 0))),
+                  QStringList{field});
     for (const QString& document :
          sql(file, u"SELECT cpf FROM Cliente UNION SELECT CGC FROM FORNECEDOR"_s))
         EXPECT_TRUE(document.size() == 11 ? Funciones::ValidaCPF(document)
