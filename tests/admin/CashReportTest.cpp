@@ -61,6 +61,7 @@ TEST_F(CashReportTest, ListsByDateAndSumsQuantityAndValue)
               (QStringList{u"0000001|Linha 0000001|2|12,50|30/11/2004|"_s,
                            u"0000002|Linha 0000002|1|1.234,50|05/12/2004|"_s}));
     EXPECT_EQ(totals(), u"3|1.247,00"_s);
+    EXPECT_EQ(principal().StatusBar1.panel(2), u"Formulário de Movimento de Caixa"_s);
     EXPECT_EQ(report().Text8.text() + u'|' + report().Text10.text(), u"12,50|2"_s)
         << "what was carried from the row before";
     report().show();

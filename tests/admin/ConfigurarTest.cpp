@@ -37,6 +37,8 @@ TEST_F(Configurar, EachTaskHasItsScreen)
         EXPECT_EQ(buttons(), u"0 1 2 3 4 5 6 7"_s + LocalLevelsClose + LevelsTip);
         EXPECT_FALSE(form().Frame1.enabled());
     }
+    form().focusLeft(); // for another form of the program
+    EXPECT_FALSE(form().isLoaded());
 }
 
 TEST_F(Configurar, EachTaskBeginsWhereItIsTyped)

@@ -112,6 +112,7 @@ TEST_F(Principal, EachButtonAndEntryOpensItsForm)
         {u"frmAbout"_s, -1, &principal().mnusobre},
     };
     principal().show();
+    EXPECT_EQ(principal().window()->focusWidget(), principal().Command1(13).widget());
     const QString idle = principal().StatusBar1.panel(2);
     for (const auto& [name, button, entry] : ways) {
         know(name);

@@ -3,6 +3,7 @@
 
 #include "Dates.h"
 #include "GridRows.h"
+#include "Look.h"
 #include "RuntimeError.h"
 
 #include <QApplication>
@@ -137,6 +138,12 @@ TEST_F(ControlsTest, ChangeFiresInsideTheAssignmentAndOnlyForARealChange)
     box.setText(u"12"_s);
     box.setText(u"12345678"_s);
     EXPECT_EQ(box.text(), u"12345678"_s) << "a limit set by the handler holds";
+    for (TextBox* each : {&box, &sample().Text3})
+        for (const bool locked : {true, false}) {
+            each->setLocked(locked);
+            const QColor ground = each->widget()->palette().color(QPalette::Base);
+            EXPECT_EQ(ground == look::lockedGround(), locked);
+        }
 }
 
 // What may stand is told by TypedTextTest.

@@ -112,6 +112,7 @@ TEST_F(PartSearchTest, EachBoxSearchesItsFieldAndEqualTextsTheFirst)
 {
     search().show();
     expectEasyToWalk(search());
+    expectDownLeads(search().Text4, search().MSFlexGrid1);
     EXPECT_FALSE(search().Command1.enabled());
     const QString first = u"0000001|A1|10|Capacitor 10|2,50"_s;
     const QString second = u"0000010|A1||Diodo|0,00"_s;

@@ -38,6 +38,7 @@ protected:
 TEST_F(SaleTest, OnlyAClickMakesAPartSaleable)
 {
     expectEasyToWalk(openSale());
+    expectDownLeads(sale().Text4, sale().MSFlexGrid1);
     EXPECT_EQ(state(), u" / 0 locked"_s);
     EXPECT_EQ(gridRows(sale().MSFlexGrid1).last(), u"0000003|A1|0|Null|0,00"_s);
     sale().MSFlexGrid1.setRow(2);
@@ -199,6 +200,11 @@ TEST_F(SaleTest, ClosingAsksOnlyOverAList)
     EXPECT_EQ(lines().size(), 0);
     click(sale().Command1(0));
     EXPECT_FALSE(sale().isLoaded());
+    openSale();
+    sell(2);
+    sale().focusLeft(); // for another form of the program
+    EXPECT_FALSE(sale().isLoaded());
+    EXPECT_EQ(lines().size(), 1);
 }
 
 TEST_F(SaleTest, MissingListUnloadsTheFormAgain)

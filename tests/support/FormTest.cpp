@@ -358,4 +358,25 @@ void expectEasyToWalk(const Form& form)
         }
         before = now;
     }
+    for (const QTableView* grid : window->findChildren<QTableView*>())
+        expectUseOfRoom(form, *grid);
+}
+
+void expectUseOfRoom(const Form& form, const QWidget& widget)
+{
+    const auto widthIn = [&](int width) {
+        form.window()->resize(width, 900);
+        QCoreApplication::processEvents();
+        return widget.width();
+    };
+    EXPECT_LT(widthIn(1200), widthIn(1400)) << widget.objectName().toStdString();
+}
+
+void expectDownLeads(ControlArray<TextBox>& boxes, const FlexGrid& grid)
+{
+    for (int index = 0; index <= boxes.ubound(); ++index) {
+        enter(boxes(index));
+        press(boxes(index), Qt::Key_Down);
+        EXPECT_TRUE(grid.widget()->hasFocus()) << index;
+    }
 }

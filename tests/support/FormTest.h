@@ -124,8 +124,12 @@ void click(FlexGrid& grid, int row);
 void enter(Control& control);
 
 // Every control of a shown form can be named by a screen reader, and Tab goes as the eye does: to
-// the right, then down, then to the next column.
+// the right, then down, then to the next column. A wider window is of use to its grids.
 void expectEasyToWalk(const Form& form);
+
+void expectUseOfRoom(const Form& form, const QWidget& widget);
+// Down leads from each of the boxes to the grid.
+void expectDownLeads(ControlArray<TextBox>& boxes, const FlexGrid& grid);
 
 // Indexes of the enabled buttons, locked boxes, in the manner "0 2 4".
 QString enabledOf(const ControlArray<CommandButton>& buttons);

@@ -1,5 +1,7 @@
 #include "RecordTest.h"
 
+#include "Funciones.h"
+
 #include <QWidget>
 
 void RecordTest::expectQuestion(const QString& text, Answer answer)
@@ -70,6 +72,13 @@ void RecordTest::expectSafe(const Record& record)
     expectStoredOnceWhateverFails(record);
     expectNoOtherRowTouchedWhateverFails(record);
     expectGoneWhereAnotherDeletedIt(record);
+    // Leaving for another form of the program closes it, and its pair.
+    open(record, {u"Ana"_s});
+    const auto connection = Funciones::Conexao1.shared();
+    record.form.focusLeft();
+    const bool stays = record.table == u"DEFEITO"_s;
+    EXPECT_EQ(record.form.isLoaded(), stays);
+    EXPECT_EQ(connection->isOpen(), stays);
 }
 
 void RecordTest::expectStoredOnceWhateverFails(const Record& record)

@@ -34,7 +34,7 @@ protected:
     void expectStates(const Record& record, const std::vector<RecordState>& states,
                       const std::function<QString()>& shown,
                       const std::function<void(const RecordState&)>& alsoExpect = {});
-    // The three below.
+    // The three below, and that it is closed where the focus leaves it.
     void expectSafe(const Record& record);
     // Whichever call, write or lock fails: what was typed is stored once, and what was to go is
     // gone; or it is as before, and the same can be tried again.

@@ -114,8 +114,7 @@ TEST_F(BuscacliTest, RowsOpenByButtonByDoubleClickAndByKey)
             click(search.Command1);
         },
         [](Buscacli& search) {
-            press(search.Text1(0), Qt::Key_Down);
-            EXPECT_EQ(search.window()->focusWidget(), search.MSFlexGrid1.widget());
+            expectDownLeads(search.Text1, search.MSFlexGrid1);
             press(search.MSFlexGrid1, Qt::Key_Down);
             press(search.MSFlexGrid1, Qt::Key_Space);
             EXPECT_EQ(search.Text2.text(), u"0000011"_s);

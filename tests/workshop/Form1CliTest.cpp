@@ -59,6 +59,8 @@ TEST_F(Form1CliTest, EachActionLeavesItsButtonsAndBoxes)
                   {u"2 3y"_s, u"0 8"_s, AllLocked, u"0000000"_s}},
                  shown, boxes);
     EXPECT_FALSE(cli().Check1(0).enabled());
+    for (const int longText : {8, 9, 10, 11})
+        expectUseOfRoom(cli(), *cli().Text1(longText).widget());
 }
 
 TEST_F(Form1CliTest, WhatFailsOrIsGoneIsStoredOnceOrNotAtAll)

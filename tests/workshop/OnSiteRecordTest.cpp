@@ -114,15 +114,4 @@ TEST_F(OnSiteRecordTest, LoadThatFailsTellsTwiceAndStaysOpen)
     expectToBeLeftWithoutDatabase(onSite(), 4);
 }
 
-// Leaving for another form of the program closes the pair and the form.
-TEST_F(OnSiteRecordTest, FocusThatLeavesClosesIt)
-{
-    addOrder(u"0000001"_s, u"Ana"_s);
-    record().show();
-    const auto connection = Conexao1.shared();
-    record().focusLeft();
-    EXPECT_FALSE(record().isLoaded());
-    EXPECT_FALSE(connection->isOpen());
-}
-
 } // namespace
