@@ -238,6 +238,14 @@ TEST_F(ControlsTest, FormsHearOfFocusBetweenFormsAndOfNothingElse)
     EXPECT_FALSE(sample().isLoaded());
     EXPECT_EQ(sample().events.mid(2), (QStringList{u"Deactivate"_s, u"Unload"_s}));
     EXPECT_TRUE(form<Other>().Command1.widget()->hasFocus());
+
+    sample().on = {};
+    onModal([this](Form&) {
+        enter(sample().Text2);
+        enter(form<Other>().Text2);
+    });
+    sample().show(ShowStyle::Modal);
+    EXPECT_EQ(sample().events.count(u"Deactivate"_s), 2) << "what stands behind a modal form";
 }
 
 TEST_F(ControlsTest, ALabelCanBeClicked)
@@ -463,6 +471,9 @@ TEST_F(ControlsTest, ARowIsLitOnceSomeoneChoseIt)
     EXPECT_EQ(lit(), 0);
     grid.setRow(3);
     EXPECT_EQ(lit(), 3);
+    grid.setRow(1);
+    grid.setRows(2);
+    EXPECT_EQ(lit(), 0) << "about to be filled anew";
     grid.showRows(std::make_shared<Numbers>(0));
     EXPECT_EQ(grid.Row() + lit(), 0);
     EXPECT_THROW(grid.setRows(0), RuntimeError);

@@ -5,11 +5,14 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTableView>
 
 namespace {
+
+QSize drawn(420, 360);
 
 std::unique_ptr<QWidget> makeBoxes()
 {
@@ -17,7 +20,7 @@ std::unique_ptr<QWidget> makeBoxes()
                             {u"MSFlexGrid1"_s, with("cols", 3, new QTableView)},
                             {u"Text2"_s, new QLineEdit}});
     window->setMinimumSize(400, 300);
-    window->resize(420, 360);
+    window->resize(drawn);
     return window;
 }
 
@@ -25,7 +28,7 @@ class Boxes : public Form
 {
 public:
     static constexpr char Name[] = "Boxes";
-    Boxes() : Form(u"Boxes"_s, &makeBoxes) {}
+    explicit Boxes(const QString& name = u"Boxes"_s) : Form(name, &makeBoxes) {}
     TextBox Text1{this, u"Text1"_s};
     TextBox Text2{this, u"Text2"_s};
     FlexGrid MSFlexGrid1{this, u"MSFlexGrid1"_s};
@@ -38,12 +41,19 @@ protected:
     }
 };
 
+struct Above : Boxes
+{
+    static constexpr char Name[] = "Above";
+    Above() : Boxes(u"Above"_s) {}
+};
+
 class WindowPlace : public FormTest
 {
 protected:
     WindowPlace()
     {
         addForm<Boxes>();
+        addForm<Above>();
         boxes().show();
         QCoreApplication::processEvents();
     }
@@ -53,6 +63,11 @@ protected:
     static QHeaderView& header()
     {
         return *qobject_cast<QTableView*>(boxes().MSFlexGrid1.widget())->horizontalHeader();
+    }
+    static QString settings()
+    {
+        return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+               u"/vorbelo/janelas.ini"_s;
     }
     static void resize(int width, int height)
     {
@@ -90,6 +105,21 @@ TEST_F(WindowPlace, AboveItTheWidestColumnTakesTheRoom)
     EXPECT_EQ(header().sectionSize(1), narrow);
 }
 
+TEST_F(WindowPlace, ItOpensWholeOnTheScreen)
+{
+    const QRect screen = window().screen()->availableGeometry();
+    resize(200, 150);
+    window().move(0, 0);
+    form<Above>().show(); // over its middle
+    EXPECT_TRUE(screen.contains(form<Above>().window()->geometry()));
+    form<Above>().unload();
+    boxes().unload();
+    QFile::remove(settings());
+    const QScopedValueRollback larger(drawn, QSize(3000, 2000));
+    boxes().show();
+    EXPECT_TRUE(screen.contains(window().geometry()));
+}
+
 TEST_F(WindowPlace, SizeAndColumnsComeBackAndAlwaysOnAScreen)
 {
     closeAndShow();
@@ -109,9 +139,7 @@ TEST_F(WindowPlace, SizeAndColumnsComeBackAndAlwaysOnAScreen)
     EXPECT_TRUE(screen.contains(window().geometry()));
 
     boxes().unload();
-    const QString folder =
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/vorbelo"_s;
-    QFile file(folder + u"/janelas.ini"_s);
+    QFile file(settings());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     file.write("[Boxes]\nlugar=@ByteArray(damaged)\ncolunas_MSFlexGrid1=-5, x, 9999999\n");
     file.close();
