@@ -155,6 +155,19 @@ TEST_F(Configurar, EachUserTaskHasItsScreen)
     press(3);
     EXPECT_EQ(ends().size(), 1u);
     EXPECT_EQ(sql(mainFile(), u"SELECT SENHA FROM VALIDAR"_s), QStringList{u"9"_s});
+    for (const auto& [task, field] : {std::pair(7, u"SENHA"_s), {4, u"NIVEL2"_s}}) {
+        setEndProgramForTests([](EndReason) {});
+        form().unload();
+        open();
+        press(task);
+        choose(u"Administrador"_s);
+        typePasswords(u"9"_s, u"1"_s, u"1"_s);
+        form().Check2(1).setValue(0);
+        mainSql(u"UPDATE VALIDAR SET %1=NULL"_s.arg(field));
+        expectErrorBox();
+        press(4);
+        EXPECT_EQ(sql(mainFile(), u"SELECT %1 FROM VALIDAR"_s.arg(field)), QStringList{u"NULL"_s});
+    }
 }
 
 TEST_F(Configurar, AboutTellsTheVersionInEnglish)

@@ -163,10 +163,16 @@ TEST_F(ConnectionTest, WholeFileIsCheckedOnceADay)
     EXPECT_EQ(textOf(mainFile()), QString()) << "checked already";
     Database::dropIdle();
     Clock::setForTests(QDateTime(QDate(2026, 3, 10), QTime(8, 0)));
-    for (int i = 0; i < 2; ++i)
-        EXPECT_TRUE(textOf(mainFile()).contains(u"está danificado. Restaure"_s));
+    const QString damaged = folder() + u"/danificado"_s;
+    QFile::copy(mainFile(), damaged);
+    const auto isDamaged = [this] {
+        return textOf(mainFile()).contains(u"está danificado. Restaure"_s);
+    };
+    EXPECT_TRUE(isDamaged() && isDamaged());
     ASSERT_EQ(::rename(copy.toUtf8().constData(), mainFile().toUtf8().constData()), 0);
     EXPECT_EQ(textOf(mainFile()), QString());
+    ASSERT_EQ(::rename(damaged.toUtf8().constData(), mainFile().toUtf8().constData()), 0);
+    EXPECT_TRUE(isDamaged()) << "on the same day another file";
     for (const QString& data : {listFile(), mainFile()})
         EXPECT_FALSE(QFile::permissions(data) & (QFile::ReadOther | QFile::WriteOther));
 }
