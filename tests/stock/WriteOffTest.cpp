@@ -56,12 +56,14 @@ TEST_F(WriteOffTest, PriceThatIsNoNumberDoesNotInterruptIt)
 
 TEST_F(WriteOffTest, ForeignStockIsWrittenOverOtherFieldsAreNot)
 {
-    addPart(u"0000001"_s, u"Resistor"_s);
+    addParts({u"Resistor"_s, u"Diode"_s});
     openSale();
-    sell(1, u"2"_s);
-    mainSql(u"UPDATE Pecas SET ESTOQUE = '50', LOCAL = 'Z9'"_s);
+    click(sale().MSFlexGrid1, 2);
+    sell(2, u"2"_s); // clicked a second time
+    mainSql(u"UPDATE Pecas SET ESTOQUE = '50', LOCAL = 'Z9' WHERE CODIGO = '0000002'"_s);
     takeForWorkshop();
-    EXPECT_EQ(sql(mainFile(), u"SELECT ESTOQUE || LOCAL FROM Pecas"_s), QStringList{u"8Z9"_s});
+    EXPECT_EQ(sql(mainFile(), u"SELECT ESTOQUE || LOCAL FROM Pecas"_s),
+              (QStringList{u"10A1"_s, u"8Z9"_s}));
 }
 
 // The catalogue is read-only after a search, and the line taken out lights "&Imprimir" again:
@@ -209,8 +211,8 @@ TEST_F(WriteOffTest, PartsAtExactlyZeroAreOrderedOnceAnOpening)
     addPart(u"0000002"_s, u"Below"_s, u"'-1'"_s);
     addPart(u"0000003"_s, u"Ordered"_s, u"'0'"_s);
     addPart(u"0000004"_s, u"Order"_s, u"'0,00'"_s); // stands inside another order's text
-    addPart(u"0000005"_s, u"No number"_s, u"'x'"_s);
-    addPart(u"0000006"_s, u"Null"_s, u"NULL"_s);
+    addPart(u"00000025"_s, u"No number"_s, u"'x'"_s);
+    addPart(u"00000026"_s, u"Null"_s, u"NULL"_s);
     addOrder(u"0000008"_s, u"Ordered"_s);
     openSale();
     sell(1);
