@@ -19,8 +19,11 @@ using InstallationTest = DatabaseTest;
 TEST_F(InstallationTest, NothingThatExistsIsTouched)
 {
     const QString place = folder() + u"/nova/loja"_s;
+    QDir().mkpath(place);
+    lay(place + u"/GALTERIA1.mdb-journal"_s, "of a file that is gone");
     EXPECT_EQ(layDownInstallation(place, false).size(), 3);
     const QStringList files = QDir(place).entryList(QDir::Files);
+    EXPECT_EQ(files.size(), 3);
     for (const QString& name : files)
         lay(place + u'/' + name, "mine");
     EXPECT_EQ(layDownInstallation(place, true), QStringList());
