@@ -46,11 +46,22 @@ sqlite3_vfs* layerBelow(sqlite3_vfs* layer)
     return static_cast<sqlite3_vfs*>(layer->pAppData);
 }
 
+// Most of a copy's bytes stand in the file already: reading them costs less than the disk's work
+// when they are written once more.
+bool isThereAlready(PieceFile& file, const Bytes& bytes)
+{
+    std::vector<char> present(bytes.content.size());
+    return file.below()->pMethods->xRead(file.below(), present.data(),
+                                         static_cast<int>(present.size()),
+                                         bytes.at) == SQLITE_OK &&
+           present == bytes.content;
+}
+
 // What fails is gone: the engine rolls back, and asks for nothing that it has not synced.
 int handDown(PieceFile& file)
 {
     const Bytes bytes = std::exchange(file.pending, {});
-    if (bytes.content.empty())
+    if (bytes.content.empty() || isThereAlready(file, bytes))
         return SQLITE_OK;
     return file.below()->pMethods->xWrite(file.below(), bytes.content.data(),
                                           static_cast<int>(bytes.content.size()), bytes.at);
