@@ -89,6 +89,7 @@ void copyContent(
     SqliteHandle& target, SqliteHandle& source, const std::function<void()>& allow = [] {})
 {
     constexpr int AllPages = -1;
+    target.execute("PRAGMA synchronous=EXTRA");
     const auto finish = [](sqlite3_backup* copying) { sqlite3_backup_finish(copying); };
     std::unique_ptr<sqlite3_backup, decltype(finish)> copying(
         sqlite3_backup_init(target.get(), "main", source.get(), "main"), finish);
@@ -268,7 +269,7 @@ ExclusiveFile::ExclusiveFile(const QString& path)
     clock.start();
     sqlite3_busy_handler(handle_->get(), waitForLock, &clock);
     // In memory up to 128 MiB: each part that does not fit waits for the disk once more.
-    handle_->execute("PRAGMA synchronous=EXTRA; PRAGMA cache_size=-131072; BEGIN EXCLUSIVE");
+    handle_->execute("PRAGMA cache_size=-131072; BEGIN EXCLUSIVE");
     // Only now: a handle in this mode keeps even a reader's lock while it waits for more, and would
     // wait for a writer that waits for it.
     handle_->execute("PRAGMA locking_mode=EXCLUSIVE; COMMIT");
@@ -285,12 +286,16 @@ void ExclusiveFile::compactTo(const QString& path)
     requireFolder(QFileInfo(path).absolutePath());
     removeFile(path);
     makeClosed(path, Rights::OfOwner);
+    // A power cut leaves nothing of it that anybody asks for: it need not reach the disk.
+    handle_->execute("PRAGMA synchronous=OFF");
     {
         SqliteStatement compact(*handle_, "VACUUM INTO ?1");
         const std::string name = QFile::encodeName(path).toStdString();
         compact.bind(1, Cell::ofText(name));
         compact.step();
     }
+    if (handle_->integer("PRAGMA application_id") == fileformat::Marked)
+        return;
     WalkedFile compacted(path);
     compacted.execute(("PRAGMA application_id=" + std::to_string(fileformat::Marked)).c_str());
 }
