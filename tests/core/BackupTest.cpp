@@ -308,7 +308,7 @@ private:
                 _exit(1);
             while (write(pipe_[1], &number, sizeof number) != sizeof number)
                 usleep(1000);
-            usleep(5000);
+            usleep(1000);
         }
     }
 
