@@ -9,19 +9,12 @@ namespace {
 class ConfigurarWalk : public RandomWalk<Configurar>
 {
 protected:
-    ConfigurarWalk() : RandomWalk(u"VALIDAR"_s, columns())
+    ConfigurarWalk() : RandomWalk(u"VALIDAR"_s)
     {
         mainSql(u"DELETE FROM VALIDAR"_s);
         set(u"Local/Caminho2"_s, mainFile());
         set(u"Local/Caminho"_s, mainFile());
         set(u"Opcao/Marque2"_s, u"1"_s);
-    }
-    static QStringList columns()
-    {
-        QStringList names{u"USUARIO"_s, u"SENHA"_s};
-        for (int level = 1; level <= 8; ++level)
-            names << u"NIVEL%1"_s.arg(level);
-        return names;
     }
     void set(const QString& key, const QString& value)
     {

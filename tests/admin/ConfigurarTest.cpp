@@ -18,7 +18,7 @@ TEST_F(Configurar, EachTaskHasItsScreen)
     const struct
     {
         int button;
-        QString screen, buttons;
+        QString screen, buttons, focus = u"Text1_0"_s;
     } rows[] = {
         {0,
          u"Nome 48,Endereço 48,E-mail 48,Telefone 48,Site 48|Configura  nome,endereço,e-mail,telefo"_s,
@@ -26,39 +26,20 @@ TEST_F(Configurar, EachTaskHasItsScreen)
         {1, sheet + u"Configura mensagem da ficha de entrada"_s, applying},
         {1, sheet + u"Configura mensagem da ficha de saída d"_s, applying},
         {2, u"Letra 1|Se for o unico computador deixe marcad|server"_s,
-         u"5|&Local backup|&Aplicar|&Cancelar|Salva as alterações"_s}, // Marque2 is 1
+         u"5|&Local backup|&Aplicar|&Cancelar|Salva as alterações"_s, u"Check1"_s}, // Marque2 is 1
         {3, u"Local 112|Use está opção,para configurar o local|drives"_s, applying},
     };
     for (const auto& row : rows) {
         press(row.button);
         EXPECT_EQ(screen(), row.screen);
         EXPECT_EQ(buttons(), row.buttons);
+        EXPECT_EQ(focused(), row.focus);
         press(5);
         EXPECT_EQ(buttons(), u"0 1 2 3 4 5 6 7"_s + LocalLevelsClose + LevelsTip);
         EXPECT_FALSE(form().Frame1.enabled());
     }
     form().focusLeft(); // for another form of the program
     EXPECT_FALSE(form().isLoaded());
-}
-
-TEST_F(Configurar, EachTaskBeginsWhereItIsTyped)
-{
-    open();
-    const std::pair<int, QString> rows[] = {
-        {0, u"Text1_0"_s}, {1, u"Text1_0"_s}, {2, u"Check1"_s}, // Marque2 is 1
-        {3, u"Text1_0"_s}, {4, u"Combo1"_s},  {6, u"Text2"_s},  {7, u"Combo1"_s},
-    };
-    const auto focused = [this] { return form().window()->focusWidget()->objectName(); };
-    for (const auto& [button, box] : rows) {
-        press(button);
-        EXPECT_EQ(focused(), box) << button;
-        press(5);
-    }
-    press(6);
-    typePasswords(u"Bia"_s, u"2"_s, u"3"_s);
-    expectBox(u"Senha não confere,digite novamente."_s);
-    press(4);
-    EXPECT_EQ(focused(), u"Text3"_s);
 }
 
 TEST_F(Configurar, CompanyIsStoredAsItIsTyped)
@@ -120,15 +101,17 @@ TEST_F(Configurar, EachUserTaskHasItsScreen)
     const struct
     {
         int button;
-        QString buttons, label, hidden;
+        QString buttons, label, hidden, focus;
     } rows[] = {
-        {6, u"5"_s + apply, u"Usuario"_s, {}},
-        {7, u"3 5|&Exclui Usuario|&Aplicar|&Cancelar|"_s + LevelsTip, u"Senha"_s, u"*"_s},
-        {4, u"4 5"_s + apply, u"Senha"_s, u"*"_s},
+        {6, u"5"_s + apply, u"Usuario"_s, {}, u"Text2"_s},
+        {7, u"3 5|&Exclui Usuario|&Aplicar|&Cancelar|"_s + LevelsTip, u"Senha"_s, u"*"_s,
+         u"Combo1"_s},
+        {4, u"4 5"_s + apply, u"Senha"_s, u"*"_s, u"Combo1"_s},
     };
     for (const auto& row : rows) {
         press(row.button);
         EXPECT_EQ(screen(), u"||users|levels"_s);
+        EXPECT_EQ(focused(), row.focus);
         EXPECT_EQ(buttons(), row.buttons);
         EXPECT_EQ(form().Label2(1).caption(), row.label);
         EXPECT_EQ(form().Text2.passwordChar(), row.hidden);
@@ -139,6 +122,10 @@ TEST_F(Configurar, EachUserTaskHasItsScreen)
     }
     EXPECT_EQ(Funciones::Contador, 7) << "the cash list is printed by it";
     press(6);
+    typePasswords(u"Ninguém"_s, u"2"_s, u"3"_s);
+    expectBox(u"Senha não confere,digite novamente."_s);
+    press(4);
+    EXPECT_EQ(focused(), u"Text3"_s);
     typePasswords(u"Ninguém"_s, u"c"_s, u"c"_s);
     form().unload(); // left by the frame
     EXPECT_EQ(sql(mainFile(), u"SELECT USUARIO FROM VALIDAR"_s), QStringList{u"Administrador"_s});

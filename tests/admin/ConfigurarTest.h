@@ -6,6 +6,8 @@
 #include "Funciones.h"
 #include "frmAbout.h"
 
+#include <QWidget>
+
 // The form of the settings and the users, over a main window that is in view.
 class Configurar : public FormTest
 {
@@ -30,6 +32,7 @@ protected:
     {
         return Funciones::LeIni(section, key, iniFile());
     }
+    QString focused() const { return form().window()->focusWidget()->objectName(); }
     void press(int index) { click(form().Command1(index)); }
 
     // Buttons on, their three doubling captions, apply's tip: "0 1 2|&Local backup|...".

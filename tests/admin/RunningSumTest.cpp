@@ -22,15 +22,14 @@ Value someAmount(std::mt19937& random)
     const auto below = [&](qint64 limit) {
         return std::uniform_int_distribution<qint64>(0, limit - 1)(random);
     };
-    switch (below(8)) {
-    case 0: return Value::Money{-below(1'000'000)};
-    case 1: return Value::Money{below(900'000'000'000'000)};
-    case 2: return Value::Money{below(100) * 50};
-    case 3: return static_cast<double>(below(1000)) / 8;
-    case 4: return static_cast<double>(below(1'000'000'000));
-    case 5: return u"1.234,5"_s;
-    default: return Value::Money{below(10'000'000)};
-    }
+    const Value amounts[] = {Value::Money{-below(1'000'000)},
+                             Value::Money{below(900'000'000'000'000)},
+                             Value::Money{below(100) * 50},
+                             static_cast<double>(below(1000)) / 8,
+                             static_cast<double>(below(1'000'000'000)),
+                             u"1.234,5"_s,
+                             Value::Money{below(10'000'000)}};
+    return amounts[below(std::ssize(amounts))];
 }
 
 TEST(RunningSumTest, ShowsAtEachStepWhatTheTextsGive)

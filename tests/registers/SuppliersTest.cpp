@@ -57,34 +57,6 @@ TEST_F(SuppliersTest, EachActionLeavesItsButtonsAndBoxes)
     EXPECT_EQ(principal().StatusBar1.panel(2), u"suporte@vorbelo.example"_s); // no "email:" here
 }
 
-TEST_F(SuppliersTest, NumbersOfEveryLengthAreShownAndKept)
-{
-    const struct
-    {
-        QString phone, shownPhone, document, shownDocument;
-    } table[] = {
-        {u"1932324410"_s, u"(19)3232-4410"_s, u"52998224725"_s, u"529-982-247/25"_s},
-        {u"(19)3232-4410"_s, {}, u"11-222-333-0001/81"_s, {}},
-        {u"19987654321"_s, {}, u"123"_s, u"00-000-000-0001/23"_s}, // it would lose its end
-    };
-    for (const auto& [phone, shownPhone, document, shownDocument] : table) {
-        SCOPED_TRACE(phone.toStdString());
-        mainSql(u"DELETE FROM FORNECEDOR; INSERT INTO FORNECEDOR (TELEFONE, CELULAR, CGC) VALUES "
-                "('%1', '%1', '%2')"_s.arg(phone, document));
-        firm().show();
-        const QString shown = (shownPhone.isNull() ? phone : shownPhone) + u'|' +
-                              (shownDocument.isNull() ? document : shownDocument);
-        EXPECT_EQ(firm().Text6(0).text() + u'|' + firm().Text6(2).text(), shown);
-        EXPECT_EQ(firm().Text6(1).text(), firm().Text6(0).text());
-        press(2);
-        press(1);
-        // As shown, punctuation and all, where the box was not entered.
-        EXPECT_EQ(sql(mainFile(), u"SELECT TELEFONE || '|' || CGC FROM FORNECEDOR"_s),
-                  QStringList{shown});
-        firm().unload();
-    }
-}
-
 TEST_F(SuppliersTest, TaxNumberIsCheckedWhereItsBoxIsLeft)
 {
     addFirm(u"0000001"_s, u"Alfa"_s, u"'52998224725'"_s);
@@ -115,25 +87,6 @@ TEST_F(SuppliersTest, TaxNumberIsCheckedWhereItsBoxIsLeft)
     enter(firm().Text6(3));
     enter(firm().Text6(2));
     EXPECT_EQ(firm().Text6(2).text(), u"123456789012345678"_s);
-}
-
-TEST_F(SuppliersTest, KeysMoveOnAndNumbersTakeDigitsOnly)
-{
-    firm().show();
-    press(0);
-    for (int box = 0; box < 4; ++box) {
-        type(firm().Text6(box), u"1a,"_s);
-        EXPECT_EQ(firm().Text6(box).text(), box < 3 ? u"1"_s : u"1a,"_s);
-        firm().Text6(box).setText({});
-    }
-    TextBox* const way[] = {&firm().Text1(0), &firm().Text1(1), &firm().Text1(2), &firm().Text1(3),
-                            &firm().Text6(0), &firm().Text6(1), &firm().Text6(2), &firm().Text6(3),
-                            &firm().Text1(4), &firm().Text1(4)}; // Enter does not leave the product
-    enter(*way[0]);
-    for (size_t box = 1; box < std::size(way); ++box) {
-        ::press(*way[box - 1], Qt::Key_Return);
-        EXPECT_EQ(firm().window()->focusWidget(), way[box]->widget()) << box;
-    }
 }
 
 class SupplierSearchTest : public RegistersTest

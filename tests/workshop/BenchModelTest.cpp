@@ -53,6 +53,7 @@ protected:
         texts_ = {u""_s,       {},       u"5"_s,    u"05"_s,     u"7"_s,
                   u"1234,5"_s, u"Ana"_s, u"0,00"_s, u"0000005"_s};
     }
+    const QStringList twinNames_ = columnsOf(u"PECAAPLICADA"_s);
     Table twins_, parts_;
     View Tabela1, Tabela3, Tabela4;
     Fields text_, description_;
@@ -250,14 +251,6 @@ protected:
 
     // --- both
 
-    static QStringList twinNames()
-    {
-        QStringList names{u"NUMERO"_s, u"NOME"_s};
-        for (int line = 1; line <= 11; ++line)
-            for (const QString& name : {u"CODIGO"_s, u"DESCRICAO"_s, u"QUANT"_s, u"VALOR"_s})
-                names << name + QString::number(line);
-        return names;
-    }
     void insertOrder(const QString& number)
     {
         const QStringList phones{u"1932324410"_s, u"(19)3232-4410"_s, {}, u""_s};
@@ -269,7 +262,7 @@ protected:
         while (twin.size() < TwinFields)
             twin << (below(3) == 0 ? oneOf(texts_) : QString());
         if (below(8) != 0)
-            insert(twins_, u"PECAAPLICADA"_s, twinNames(), twin);
+            insert(twins_, u"PECAAPLICADA"_s, twinNames_, twin);
     }
     // Often in the very row that is worked on here.
     void otherStation()
@@ -283,7 +276,7 @@ protected:
         const bool isTwin = below(2) == 0;
         const Table& table = isTwin ? twins_ : rows_;
         const QString name = isTwin ? u"PECAAPLICADA"_s : table_;
-        const QStringList names = isTwin ? twinNames() : names_;
+        const QStringList names = isTwin ? twinNames_ : names_;
         const View& view = isTwin ? Tabela4 : Tabela1;
         const bool isHere = view.has() && (isEditing_ || below(2) == 0);
         const auto row = isHere ? view.rows[static_cast<size_t>(view.place)].row
@@ -416,7 +409,7 @@ protected:
         EXPECT_EQ(bench().Combo7.locked(), !isEditing_);
         EXPECT_EQ(bench().MSFlexGrid1.visible(), gridVisible_);
         EXPECT_EQ(gridRows(bench().MSFlexGrid1), grid_);
-        expectTable(twins_, u"PECAAPLICADA"_s, twinNames());
+        expectTable(twins_, u"PECAAPLICADA"_s, twinNames_);
     }
     void begin()
     {

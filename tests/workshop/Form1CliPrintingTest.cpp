@@ -93,14 +93,4 @@ TEST_F(SheetTest, DeliveryBesideTheBench)
     EXPECT_EQ(cash(), 1);
 }
 
-TEST_F(SheetTest, PrinterFaultEntersNoCashAndStillSaves)
-{
-    breakPrinter();
-    cli().show();
-    click(cli().Command1(6));
-    click(cli().Command1(7));
-    EXPECT_TRUE(sql(mainFile(), u"SELECT 1 FROM MOVIMENTO"_s).isEmpty());
-    EXPECT_EQ(stored(u"0000012"_s, u"datasaida"_s), u"09/03/2026"_s);
-}
-
 } // namespace
