@@ -50,6 +50,50 @@ TEST_F(DefectsTest, EachActionLeavesItsButtonsAndBoxes)
     EXPECT_EQ(principal().StatusBar1.panel(2), u"email:suporte@vorbelo.example"_s);
 }
 
+TEST_F(DefectsTest, ClickShowsTheFirstBrandThatHoldsTheText)
+{
+    for (const QString& brand : {u"Aurora Plus"_s, u"*******"_s, u"D''Oeste"_s, u"Aurora"_s})
+        addDefect(brand, brand);
+    mainSql(u"INSERT INTO DEFEITO DEFAULT VALUES; INSERT INTO DEFEITO (MARCA) VALUES ('Plus')"_s);
+    defect().show(); // Null, stars, Aurora, Aurora Plus, D'Oeste, Plus
+    const std::pair<int, QString> clicks[] = {
+        {4, u"Aurora Plus"_s},
+        {3, u"Aurora"_s},
+        {5, u"Aurora"_s}, // an apostrophe is found nowhere: the row on show stays
+        {6, u"Aurora Plus"_s},
+        {2, u"*******"_s},
+        {1, u"*******"_s},
+        {0, u"*******"_s}, // the heading is a click on the first row, which has no brand
+    };
+    for (const auto& [row, brand] : clicks) {
+        click(defect().MSFlexGrid1, row);
+        EXPECT_EQ(defect().Text2(0).text(), brand) << row;
+    }
+}
+
+TEST_F(DefectsTest, EnterBreaksTheLineInTheSolutionOnly)
+{
+    defect().show();
+    press(0);
+    const auto focus = [] { return defect().window()->focusWidget()->objectName(); };
+    for (const char* next : {"Text2_1", "Text2_2", "Text2_3"}) {
+        ::press(*defect().control(u"Text2"_s, QByteArray(next).back() - '1'), Qt::Key_Return);
+        EXPECT_EQ(focus(), QString::fromLatin1(next));
+    }
+    ::press(defect().Text2(3), Qt::Key_Return); // empty like the others: moves on
+    EXPECT_NE(focus(), u"Text2_3"_s);
+    enter(defect().Text2(3));
+    type(defect().Text2(3), u"Um"_s);
+    ::press(defect().Text2(3), Qt::Key_Return);
+    ::press(defect().Text2(3), Qt::Key_Return);
+    EXPECT_EQ(focus(), u"Text2_3"_s);
+    press(1);
+    EXPECT_EQ(solutions(), QStringList{u"Um\n\n"_s});
+    press(12);
+    ::press(defect().Text2(3), Qt::Key_Return); // locked
+    EXPECT_EQ(defect().Text2(3).text(), u"Um\n\n"_s);
+}
+
 TEST_F(DefectsTest, SolutionOfSixtyThousandCharactersWithEveryLineBreak)
 {
     defect().show();

@@ -89,6 +89,20 @@ TEST_F(SuppliersTest, TaxNumberIsCheckedWhereItsBoxIsLeft)
     EXPECT_EQ(firm().Text6(2).text(), u"123456789012345678"_s);
 }
 
+TEST_F(SuppliersTest, EnterMovesOnAndStaysAtTheProduct)
+{
+    firm().show();
+    press(0);
+    TextBox* const way[] = {&firm().Text1(0), &firm().Text1(1), &firm().Text1(2), &firm().Text1(3),
+                            &firm().Text6(0), &firm().Text6(1), &firm().Text6(2), &firm().Text6(3),
+                            &firm().Text1(4), &firm().Text1(4)}; // Enter does not leave the product
+    enter(*way[0]);
+    for (size_t box = 1; box < std::size(way); ++box) {
+        ::press(*way[box - 1], Qt::Key_Return);
+        EXPECT_EQ(firm().window()->focusWidget(), way[box]->widget()) << box;
+    }
+}
+
 class SupplierSearchTest : public RegistersTest
 {
 protected:

@@ -144,4 +144,25 @@ TEST_F(PartSearchTest, EachBoxSearchesItsFieldAndEqualTextsTheFirst)
     EXPECT_EQ(search().caption(), none);
 }
 
+TEST_F(PartSearchTest, ClickArmsOpenAndTheRegisterTakesOver)
+{
+    QString shown;
+    onModal([&shown](Form& opened) {
+        EXPECT_FALSE(search().isLoaded());
+        shown = static_cast<Form1Pec&>(opened).Text1(3).text();
+        opened.unload();
+    });
+    search().show();
+    type(search().Text4(1), u"Diodo"_s);
+    click(search().MSFlexGrid1, 0);
+    EXPECT_TRUE(search().Command1.enabled()); // a click on the heading is one on the first row
+    type(search().Text4(1), u"nothing"_s);
+    EXPECT_FALSE(search().Command1.enabled());
+    type(search().Text4(1), u"Diodo"_s);
+    click(search().MSFlexGrid1, 1);
+    type(search().Text4(1), u"Capacitor"_s); // the row is lost, the choice stays
+    click(search().Command1);
+    EXPECT_EQ(shown, u"0000010"_s);
+}
+
 } // namespace

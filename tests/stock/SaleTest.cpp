@@ -164,6 +164,16 @@ TEST_F(SaleTest, SearchNarrowsLocksAndTheClickReopens)
     EXPECT_EQ(sale().caption(), u"Buscar Peça"_s);
 }
 
+TEST_F(SaleTest, CodeEqualToTheQuantityFiresNothingBeforeThePriceIsThere)
+{
+    mainSql(u"DELETE FROM Pecas"_s);
+    addPart(u"1"_s, u"1"_s);
+    openSale();
+    click(sale().MSFlexGrid1, 1);
+    EXPECT_EQ(sale().Text1(3).text(), u"1"_s);
+    EXPECT_EQ(sale().Text1(5).text(), u"2,50"_s);
+}
+
 TEST_F(SaleTest, PartGoneSinceTheGridWasFilledCannotBeSold)
 {
     openSale();

@@ -95,6 +95,19 @@ TEST_F(OnSiteRecordTest, DocumentIsCheckedOnLeavingIt)
     EXPECT_EQ(document.text(), u"111-444-777/35"_s);
 }
 
+TEST_F(OnSiteRecordTest, CopyBringsTheDocumentAsItIsStored)
+{
+    addOrder(u"0000007"_s, u"Ana"_s, u"CPF='11144477735'"_s);
+    record().show();
+    press(5);
+    EXPECT_EQ(record().Command1(5).caption(), u"&Colar"_s);
+    EXPECT_TRUE(record().Command1(5).widget()->hasFocus());
+    press(5);
+    EXPECT_EQ(record().Text4.text(), u"11144477735"_s);
+    EXPECT_EQ(record().Command1(5).caption(), u"&Copiar"_s);
+    EXPECT_TRUE(record().Text1(0).widget()->hasFocus());
+}
+
 TEST_F(OnSiteRecordTest, LoadThatFailsTellsTwiceAndStaysOpen)
 {
     principal().show();
