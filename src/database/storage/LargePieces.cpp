@@ -52,8 +52,7 @@ bool isThereAlready(PieceFile& file, const Bytes& bytes)
 {
     std::vector<char> present(bytes.content.size());
     return file.below()->pMethods->xRead(file.below(), present.data(),
-                                         static_cast<int>(present.size()),
-                                         bytes.at) == SQLITE_OK &&
+                                         static_cast<int>(present.size()), bytes.at) == SQLITE_OK &&
            present == bytes.content;
 }
 
