@@ -14,6 +14,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <random>
 #include <string>
@@ -65,6 +66,7 @@ struct Layer
     int refusals = 0;
     std::mt19937 random;
     std::map<std::string, Medium> files;
+    std::recursive_mutex one; // a restore writes two files at once
 };
 
 Layer layer;
@@ -77,6 +79,7 @@ Medium*& mediumOf(sqlite3_file* file)
 
 bool isRefused(filelayer::Refused what, const Medium* medium)
 {
+    const std::lock_guard alone(layer.one);
     filelayer::Refusal& refusal = layer.refusal;
     if (refusal.what != what || !medium)
         return false;
@@ -131,6 +134,7 @@ template <class Work, class Half = void (*)()>
 int changing(
     const Work& work, const Half& half = [] {})
 {
+    const std::lock_guard alone(layer.one);
     if (!layer.status || !layer.status->armed || ++layer.status->calls != layer.plan.call)
         return work();
     const auto moment = layer.random() % 3;
@@ -174,6 +178,7 @@ int doWrite(sqlite3_file* file, const void* data, int size, sqlite3_int64 at)
 
 int doLock(sqlite3_file* file, int level)
 {
+    const std::lock_guard alone(layer.one);
     if (isRefused(filelayer::Refused::Locks, mediumOf(file)))
         return SQLITE_BUSY;
     const auto own =
@@ -227,6 +232,7 @@ int doDelete(sqlite3_vfs*, const char* path, int syncsFolder)
 
 int doOpen(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* outFlags)
 {
+    const std::lock_guard alone(layer.one);
     mediumOf(file) = nullptr;
     if (path && (flags & (SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL))) {
         Medium& medium = layer.files[path];

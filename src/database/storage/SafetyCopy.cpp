@@ -186,8 +186,18 @@ private:
     qint64 size_ = 0;
 };
 
-// A copy under a temporary name beside its place, on the disk. It goes again if it is not put in
-// its place.
+// Goes with whoever holds it.
+struct Temporary
+{
+    QString path;
+
+    explicit Temporary(const QString& name) : path(name) { removeFile(path); }
+    ~Temporary() { removeFile(path); }
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+};
+
+// A copy under a temporary name beside its place. It goes again if it is not put in its place.
 class DurableCopy
 {
 public:
@@ -197,20 +207,18 @@ public:
         requireFolder(QFileInfo(path).absolutePath());
         if (QFileInfo(path).isDir())
             throw RuntimeError(RuntimeError::PathFileAccess);
-        removeFile(partial_);
-        try {
-            makeClosed(partial_, rights);
-            target_ = std::make_unique<WalkedFile>(partial_);
-            write();
-        } catch (const RuntimeError&) {
-            removeFile(partial_);
-            throw;
-        }
+        makeClosed(partial_.path, rights);
+        target_ = std::make_unique<WalkedFile>(partial_.path);
     }
-    ~DurableCopy() { removeFile(partial_); }
-    DurableCopy(const DurableCopy&) = delete;
-    DurableCopy& operator=(const DurableCopy&) = delete;
 
+    void write()
+    {
+        const FileBytes meant(source_);
+        FileBytes written(*target_);
+        for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
+            written.append(meant.piece(at));
+        written.sync();
+    }
     // Reads again what was written.
     void requireSame()
     {
@@ -229,24 +237,16 @@ public:
     {
         target_.reset();
         QFile::remove(path_ + u"-journal"_s);
-        if (rename(QFile::encodeName(partial_).constData(), QFile::encodeName(path_).constData()))
+        if (rename(QFile::encodeName(partial_.path).constData(),
+                   QFile::encodeName(path_).constData()))
             throw RuntimeError(RuntimeError::PathFileAccess);
         bringToDisk(QFileInfo(path_).absolutePath());
     }
 
 private:
-    void write()
-    {
-        const FileBytes meant(source_);
-        FileBytes written(*target_);
-        for (qint64 at = 0; at < meant.size(); at += FileBytes::Piece)
-            written.append(meant.piece(at));
-        written.sync();
-    }
-
     SqliteHandle& source_;
     QString path_;
-    QString partial_ = path_ + u".parcial"_s;
+    Temporary partial_{path_ + u".parcial"_s};
     std::unique_ptr<WalkedFile> target_;
 };
 
@@ -311,6 +311,7 @@ void ExclusiveFile::takeOver(const QString& path)
 void ExclusiveFile::copyTo(const QString& path)
 {
     DurableCopy copy(*handle_, path);
+    copy.write();
     copy.requireSame();
     if (!isChecked_)
         copy.requireWholeMainFile();
@@ -326,16 +327,22 @@ void restoreFromCopy(const QString& copy, const QString& live, const QString& be
     if (!QFile::exists(live) || !isDatabase(live)) {
         Database::dropIdle();
         DurableCopy whole(content, live, Rights::OfGroup);
+        whole.write();
         whole.requireSame();
         check.require();
         whole.putInPlace();
         return;
     }
     ExclusiveFile file(live);
-    // What lies in a damaged file is worth keeping, too.
-    DurableCopy kept(*file.handle_, before);
+    // What lies in a damaged file is worth keeping, too. It is written beside the pages that are
+    // made ready, of which none reaches the live file before it is allowed.
+    file.handle_->execute("PRAGMA cache_spill=OFF");
+    WalkedFile present(live);
+    DurableCopy kept(present, before);
+    std::future<void> written = std::async(std::launch::async, [&kept] { kept.write(); });
     copyContent(*file.handle_, content, [&] {
         check.require();
+        written.get();
         kept.putInPlace();
     });
 }
