@@ -1,6 +1,7 @@
 #include "Measure.h"
 
 #include "CommonDialog.h"
+#include "Controls.h"
 #include "Form.h"
 #include "FormRegistry.h"
 #include "HostPaths.h"
@@ -9,10 +10,13 @@
 #include "ProfileFile.h"
 #include "Schema.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStringList>
+#include <QTableView>
 #include <QWidget>
 
 #include <algorithm>
@@ -88,12 +92,12 @@ long memoryOf(const QStringList& arguments)
 
 std::string columnNames(const char* table)
 {
-    std::string names;
+    QStringList names;
     for (const TableDefinition& definition : schema::mainFile())
         if (definition.name.compare(QLatin1String(table), Qt::CaseInsensitive) == 0)
             for (const FieldDefinition& field : definition.fields)
-                names += (names.empty() ? "" : ",") + field.name.toStdString();
-    return names;
+                names << field.name;
+    return names.join(QLatin1Char(',')).toStdString();
 }
 
 } // namespace
@@ -199,14 +203,16 @@ int RawFile::readAll(const std::string& sql, const std::vector<int>& columns)
     return rows;
 }
 
+std::string upTo(int count)
+{
+    return "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<" +
+           std::to_string(count) + ") ";
+}
+
 void fillOrders(RawFile& file, int orders)
 {
-    const std::string count = std::to_string(orders);
     file.run("BEGIN");
-    file.run("WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<" + count +
-             ") INSERT INTO "
-             "Cliente(" +
-             columnNames("Cliente") +
+    file.run(upTo(orders) + "INSERT INTO Cliente(" + columnNames("Cliente") +
              ") SELECT printf('%07d',i),'05/03/2026',"
              "CASE WHEN i%3 THEN '12/03/2026' ELSE '' END,"
              "CASE WHEN i%100=7 THEN 'Quirino de Souza ' WHEN i%5<2 THEN 'Maria da Silva ' ELSE "
@@ -219,14 +225,34 @@ void fillOrders(RawFile& file, int orders)
              "sem som','Com controle remoto',"
              "'Troca do capacitor da fonte e limpeza geral do "
              "aparelho',15000*(1+i%40),i%2,0,1,0,'Prateleira '||(i%30) FROM n");
-    file.run("WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<" + count +
-             ") INSERT INTO "
+    file.run(upTo(orders) +
+             "INSERT INTO "
              "PECAAPLICADA(NUMERO,NOME,CODIGO1,DESCRICAO1,QUANT1,VALOR1,CODIGO2,DESCRICAO2,QUANT2,"
              "VALOR2) SELECT "
              "printf('%07d',i),'Cliente '||i,'0000012','Capacitor eletrolítico "
              "470uF','2','3,50','0000044',"
              "'Transistor de saída horizontal','1','18,00' FROM n");
     file.run("COMMIT");
+}
+
+void press(CommandButton& button)
+{
+    qobject_cast<QAbstractButton*>(button.widget())->click();
+}
+
+void clickRow(FlexGrid& grid, int row)
+{
+    grid.setRow(row);
+    auto* view = qobject_cast<QTableView*>(grid.widget());
+    emit view->clicked(view->model()->index(row - 1, 0));
+}
+
+void closeForms(std::initializer_list<const char*> names)
+{
+    for (const char* name : names)
+        FormRegistry::instance().unload(QString::fromLatin1(name));
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 bool isMemoryChild(const std::function<void()>& openForm)

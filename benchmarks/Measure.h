@@ -4,9 +4,13 @@
 #include <QTemporaryDir>
 
 #include <functional>
+#include <initializer_list>
 #include <sqlite3.h>
 #include <string>
 #include <vector>
+
+class CommandButton;
+class FlexGrid;
 
 // What the benchmark programs share: a pair of measurements that stand in one run, and the ratio
 // that is asked for.
@@ -60,9 +64,18 @@ private:
     sqlite3* handle_ = nullptr;
 };
 
+// Before an INSERT ... SELECT: the numbers from 1 to the count as n(i).
+std::string upTo(int count);
+
 // Orders as a shop has them: most fields filled, a few lines of parts in the twin. Every hundredth
 // client's name holds "Quirino", two in five hold "Silva".
 void fillOrders(RawFile& file, int orders);
+
+// As by mouse; rows count from 1.
+void press(CommandButton& button);
+void clickRow(FlexGrid& grid, int row);
+// Until their windows are gone, too.
+void closeForms(std::initializer_list<const char*> names);
 
 // Peak memory is measured in programs of their own, which a benchmark starts of itself:
 // "--memory-empty" shows an empty window, "--memory FOLDER" opens the form over that installation.

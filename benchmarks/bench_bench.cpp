@@ -11,9 +11,7 @@
 #include "Form1servico.h"
 #include "Measure.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QTableView>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -21,12 +19,6 @@ namespace {
 
 constexpr int Parts = 50000;
 constexpr int Orders = 100000;
-
-std::string upTo(int count)
-{
-    return "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<" +
-           std::to_string(count) + ") ";
-}
 
 // Two parts in the twin of each order. One number in a hundred holds "0012", two in five a "5".
 void fill(RawFile& file)
@@ -65,23 +57,9 @@ void search(const QString& number)
     bench().Text1(0).setText(number);
 }
 
-void press(int button)
-{
-    qobject_cast<QAbstractButton*>(bench().Command1(button).widget())->click();
-}
-
-void clickRow(int row)
-{
-    bench().MSFlexGrid1.setRow(row);
-    auto* view = qobject_cast<QTableView*>(bench().MSFlexGrid1.widget());
-    emit view->clicked(view->model()->index(row - 1, 0));
-}
-
 void closeBench()
 {
-    bench().unload();
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    closeForms({Form1servico::Name});
 }
 
 void openBench()
@@ -164,7 +142,7 @@ int main(int argc, char** argv)
         {"a click on an order",
          0.1,
          twins,
-         [&] { clickRow(row += 7); },
+         [&] { clickRow(bench().MSFlexGrid1, row += 7); },
          {},
          [] {
              openBench();
@@ -179,7 +157,7 @@ int main(int argc, char** argv)
          [] {
              openBench();
              if (bench().Command1(0).enabled())
-                 press(0);
+                 press(bench().Command1(0));
          }},
         {"Salvar at the bench", 2.5,
          [&] {
@@ -188,7 +166,7 @@ int main(int argc, char** argv)
                      "' WHERE rowid=70; UPDATE PECAAPLICADA SET CODIGO1='" + text +
                      "' WHERE rowid=70; COMMIT");
          },
-         [] { press(1); },
+         [] { press(bench().Command1(1)); },
          // What the other one stored meanwhile is not part of the work.
          [&raw] {
              raw.readAll("SELECT * FROM Cliente WHERE rowid=70");
@@ -197,11 +175,11 @@ int main(int argc, char** argv)
          [&] {
              openBench();
              if (bench().Command1(2).enabled())
-                 press(2);
+                 press(bench().Command1(2));
              search({});
              search(u"0012"_s);
-             clickRow(++row % 1000 + 1);
-             press(0);
+             clickRow(bench().MSFlexGrid1, ++row % 1000 + 1);
+             press(bench().Command1(0));
              bench().Text1(26).setText(u"Feito "_s + QString::number(++serial));
              bench().line(1).code.setText(QString::number(serial));
          }},

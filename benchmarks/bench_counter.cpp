@@ -1,8 +1,9 @@
 // The counter over a large catalogue, and the cash report, beside the engine's own interface.
 //
-//   bench_counter                  all rows of the table: 50,000 parts, 1,000 orders, 100,000 cash
-//   rows bench_counter --memory-empty   peak memory of an empty window (started by the program
-//   itself) bench_counter --memory FOLDER  the same with the sale form open over that installation
+//   bench_counter                  all rows of the table: 50,000 parts, 1,000 orders, 100,000 rows
+//                                  of cash
+//   bench_counter --memory-empty   peak memory of an empty window (started by the program itself)
+//   bench_counter --memory FOLDER  the same with the sale form open over that installation
 
 #include "Application.h"
 #include "EventGate.h"
@@ -12,17 +13,11 @@
 #include "Form1principal.h"
 #include "Form1relatorio.h"
 #include "Funciones.h"
-#include "HostPaths.h"
 #include "Measure.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QProcess>
 #include <QStringList>
-#include <QTableView>
 #include <QWidget>
-
-#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -31,12 +26,6 @@ namespace {
 constexpr int Parts = 50000;
 constexpr int Orders = 1000;
 constexpr int CashRows = 100000;
-
-std::string upTo(int count)
-{
-    return "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE i<" +
-           std::to_string(count) + ") ";
-}
 
 // One part in a hundred holds "Flyback" and stands at stock 0, two in five hold "Transistor".
 void fillCatalogue(RawFile& file)
@@ -68,24 +57,9 @@ void fillList(RawFile& list)
              "'1','Transistor '||i,'2,00','2,00',printf('%07d',i) FROM n");
 }
 
-void press(CommandButton& button)
+void closeAll()
 {
-    qobject_cast<QAbstractButton*>(button.widget())->click();
-}
-
-void clickRow(FlexGrid& grid, int row)
-{
-    grid.setRow(row);
-    auto* view = qobject_cast<QTableView*>(grid.widget());
-    emit view->clicked(view->model()->index(row - 1, 0));
-}
-
-void closeForms()
-{
-    for (const char* name : {Form1pecavenda::Name, Form1pecabusca::Name, Form1relatorio::Name})
-        FormRegistry::instance().unload(QString::fromLatin1(name));
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    closeForms({Form1pecavenda::Name, Form1pecabusca::Name, Form1relatorio::Name});
 }
 
 } // namespace
@@ -161,7 +135,7 @@ int main(int argc, char** argv)
          {},
          [&] {
              if (!form<Form1pecavenda>().isLoaded())
-                 closeForms();
+                 closeAll();
              searchSale(u"Flybac"_s)();
          }},
         {"a key stroke in the sale's search, 40 % match",
@@ -195,7 +169,7 @@ int main(int argc, char** argv)
          [&] { press(form<Form1pecavenda>().Command2(0)); },
          {},
          [&] {
-             closeForms();
+             closeAll();
              list.run("DELETE FROM Pecas");
              openSale();
              clickRow(form<Form1pecavenda>().MSFlexGrid1, ++row);
@@ -218,7 +192,7 @@ int main(int argc, char** argv)
 
     // The write-off changes what is measured, so it has a run of its own, and so have the orders.
     const auto undo = [&] {
-        closeForms();
+        closeAll();
         station.run("BEGIN; UPDATE Pecas SET ESTOQUE='50' WHERE rowid%100<>7; DELETE FROM "
                     "MOVIMENTO WHERE rowid>" +
                     std::to_string(CashRows) + "; DELETE FROM PEDIDO WHERE rowid>" +
@@ -265,7 +239,7 @@ int main(int argc, char** argv)
     // The look-ups of the automatic orders: at each measurement all that stands at 0 is ordered
     // already, so that nothing is written.
     const auto ordersOf = [&](const char* which) {
-        closeForms();
+        closeAll();
         station.run("BEGIN; DELETE FROM PEDIDO; UPDATE Pecas SET ESTOQUE=CASE WHEN " +
                     std::string(which) + " THEN '0' ELSE '5' END; " + upTo(Orders) +
                     "INSERT INTO PEDIDO(DATAPEDIDO,DESCRICAO,QUANTIDADE,CODIGO) SELECT "
@@ -292,7 +266,7 @@ int main(int argc, char** argv)
     missed += runComparisons(argc, argv, comparisons, 9);
     // Everything ran out, in so many kinds of parts as there are orders: the look-ups alone.
     const auto allOrdered = [&] {
-        closeForms();
+        closeAll();
         station.run("UPDATE Pecas SET DESCRICAO='Cinescópio de '||max(1,rowid/50)||' pol.'");
         ordersOf("1");
     };
@@ -301,7 +275,7 @@ int main(int argc, char** argv)
          allOrdered, allOrdered},
     };
     missed += runComparisons(argc, argv, comparisons, 3);
-    closeForms();
+    closeAll();
 
     missed += compareMemory("sale", installation);
     return missed == 0 ? 0 : 1;

@@ -9,16 +9,11 @@
 #include "EventTransactions.h"
 #include "Form1Cli.h"
 #include "Form1principal.h"
-#include "HostPaths.h"
 #include "Measure.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QProcess>
 #include <QStringList>
 #include <QWidget>
-
-#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -67,12 +62,7 @@ int main(int argc, char** argv)
                         {0, 3, 14, 10, 11});
         };
     };
-    const auto closeForms = [] {
-        FormRegistry::instance().unload(u"Form1Cli"_s);
-        FormRegistry::instance().unload(u"Buscacli"_s);
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    };
+    const auto closeBoth = [] { closeForms({Form1Cli::Name, Buscacli::Name}); };
     // The last letter of a name: what was typed before stands in the box.
     const auto searchOurs = [](const QString& text) {
         return [text] { form<Buscacli>().Text1(1).setText(text); };
@@ -83,14 +73,10 @@ int main(int argc, char** argv)
     const auto openRecord = [] { form<Form1Cli>().load(); };
     const auto newRecord = [] {
         form<Form1Cli>().Command1(0).widget()->setEnabled(true);
-        qobject_cast<QAbstractButton*>(form<Form1Cli>().Command1(0).widget())->click();
+        press(form<Form1Cli>().Command1(0));
     };
-    const auto giveUp = [] {
-        qobject_cast<QAbstractButton*>(form<Form1Cli>().Command1(9).widget())->click();
-    };
-    const auto save = [] {
-        qobject_cast<QAbstractButton*>(form<Form1Cli>().Command1(1).widget())->click();
-    };
+    const auto giveUp = [] { press(form<Form1Cli>().Command1(9)); };
+    const auto save = [] { press(form<Form1Cli>().Command1(1)); };
     int number = orders + 100;
     const auto rawInserts = [&] {
         const std::string code = std::to_string(10000000 + ++number).substr(1);
@@ -120,7 +106,7 @@ int main(int argc, char** argv)
          openRecord,
          {},
          [&] {
-             closeForms();
+             closeBoth();
              foreignChange();
              station.run("UPDATE PECAAPLICADA SET NOME=NOME WHERE rowid=1");
          }},
@@ -131,7 +117,7 @@ int main(int argc, char** argv)
          {},
          [&] {
              openRecord();
-             closeForms();
+             closeBoth();
          }},
         {"a key stroke in the number box of a new record",
          0.25,
@@ -169,14 +155,14 @@ int main(int argc, char** argv)
          },
          {},
          [&] {
-             closeForms();
+             closeBoth();
              openRecord();
              foreignChange();
              station.run("UPDATE PECAAPLICADA SET NOME=NOME WHERE rowid=1");
          }},
     };
     int missed = runComparisons(argc, argv, comparisons, 15);
-    closeForms();
+    closeBoth();
 
     missed += compareMemory("record", installation);
     return missed == 0 ? 0 : 1;

@@ -21,40 +21,38 @@ constexpr int Rows = 10000;
 // Two firms in five sell "Capacitores".
 void fillRegisters(RawFile& file)
 {
-    const std::string upTo = "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i+1 FROM n WHERE "
-                             "i<" +
-                             std::to_string(Rows) + ") ";
+    const std::string numbers = upTo(Rows);
     file.run("BEGIN");
-    file.run(upTo + "INSERT INTO FORNECEDOR(NOMEEMPRESA,NOMEFORNECEDOR,SITE,EMAIL,TELEFONE,"
-                    "CELULAR,CGC,IE,PRODUTO,CODIGO) SELECT 'Eletrônica '||(i*7919%10007)||' Ltda',"
-                    "'José Conceição '||(i%300),'www.fornecedor'||i||'.exemplo.com.br',"
-                    "'vendas'||i||'@exemplo.com.br','193232'||printf('%04d',i%10000),"
-                    "'199191'||printf('%04d',i%10000),'11222333000181','200'||(100000+i),"
-                    "CASE WHEN i%5<2 THEN 'Capacitores' ELSE 'Cabos' END||' e conectores',"
-                    "printf('%07d',i) FROM n");
-    file.run(upTo + "INSERT INTO DEFEITO(MARCA,MODELO,DEFEITO,SOLUCAO) SELECT 'Marca '||(i%400),"
-                    "'TX-'||i,'Liga e desliga em seguida, sem imagem e com chiado','Capacitor da "
-                    "fonte com fuga.'||char(10)||'Trocar C910 e C912.'||char(10)||'Medir os 115 V "
-                    "antes de fechar o aparelho.' FROM n");
-    file.run(upTo + "INSERT INTO PEDIDO(DATAPEDIDO,DESCRICAO,QUANTIDADE,CODIGO) SELECT "
-                    "printf('%02d/%02d/2026',1+i%28,1+i%12),'Transistor de saída '||i,"
-                    "CASE WHEN i%3=0 THEN 'p.EST' ELSE ''||(i%20) END,printf('%07d',i) FROM n");
-    file.run(upTo + "INSERT INTO MANUTENCAO(NUMERO,DATAPEDIDO,DATACONCLUSAO,NOME,ENDERECO,CIDADE,"
-                    "UF,NUMEROCASA,BAIRRO,TELEFONE,CPF,SERVICOSOLICITADO1,SERVICOEXECUTADO1,"
-                    "OBSERVACAO,VALOR) SELECT printf('%07d',i),'05/03/2026','**/**/****',"
-                    "'José Conceição '||i,'Rua São Bento','Campinas','SP',''||i,'Centro',"
-                    "'(19)3232-4410','529-982-247/25','Revisão da antena coletiva',"
-                    "'Trocados 30 metros de cabo',printf('%.39c','*'),'120,00' FROM n");
+    file.run(numbers +
+             "INSERT INTO FORNECEDOR(NOMEEMPRESA,NOMEFORNECEDOR,SITE,EMAIL,TELEFONE,"
+             "CELULAR,CGC,IE,PRODUTO,CODIGO) SELECT 'Eletrônica '||(i*7919%10007)||' Ltda',"
+             "'José Conceição '||(i%300),'www.fornecedor'||i||'.exemplo.com.br',"
+             "'vendas'||i||'@exemplo.com.br','193232'||printf('%04d',i%10000),"
+             "'199191'||printf('%04d',i%10000),'11222333000181','200'||(100000+i),"
+             "CASE WHEN i%5<2 THEN 'Capacitores' ELSE 'Cabos' END||' e conectores',"
+             "printf('%07d',i) FROM n");
+    file.run(numbers +
+             "INSERT INTO DEFEITO(MARCA,MODELO,DEFEITO,SOLUCAO) SELECT 'Marca '||(i%400),"
+             "'TX-'||i,'Liga e desliga em seguida, sem imagem e com chiado','Capacitor da "
+             "fonte com fuga.'||char(10)||'Trocar C910 e C912.'||char(10)||'Medir os 115 V "
+             "antes de fechar o aparelho.' FROM n");
+    file.run(numbers + "INSERT INTO PEDIDO(DATAPEDIDO,DESCRICAO,QUANTIDADE,CODIGO) SELECT "
+                       "printf('%02d/%02d/2026',1+i%28,1+i%12),'Transistor de saída '||i,"
+                       "CASE WHEN i%3=0 THEN 'p.EST' ELSE ''||(i%20) END,printf('%07d',i) FROM n");
+    file.run(numbers +
+             "INSERT INTO MANUTENCAO(NUMERO,DATAPEDIDO,DATACONCLUSAO,NOME,ENDERECO,CIDADE,"
+             "UF,NUMEROCASA,BAIRRO,TELEFONE,CPF,SERVICOSOLICITADO1,SERVICOEXECUTADO1,"
+             "OBSERVACAO,VALOR) SELECT printf('%07d',i),'05/03/2026','**/**/****',"
+             "'José Conceição '||i,'Rua São Bento','Campinas','SP',''||i,'Centro',"
+             "'(19)3232-4410','529-982-247/25','Revisão da antena coletiva',"
+             "'Trocados 30 metros de cabo',printf('%.39c','*'),'120,00' FROM n");
     file.run("COMMIT");
 }
 
-void closeForms()
+void closeAll()
 {
-    for (const char* name : {Form1For::Name, Buscafornecedor::Name, Form1Defeitos::Name,
-                             Form1pedido::Name, Form1manutencao::Name})
-        FormRegistry::instance().unload(QString::fromLatin1(name));
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    closeForms({Form1For::Name, Buscafornecedor::Name, Form1Defeitos::Name, Form1pedido::Name,
+                Form1manutencao::Name});
 }
 
 } // namespace
@@ -78,7 +76,7 @@ int main(int argc, char** argv)
     RawFile station(installation.mainFile());
     const auto closedAndChanged = [&](const char* table, const char* field) {
         return [&station, table, field] {
-            closeForms();
+            closeAll();
             station.run("UPDATE " + std::string(table) + " SET " + field +
                         "='X'||abs(random()%100000) WHERE _id=5");
         };
@@ -124,6 +122,6 @@ int main(int argc, char** argv)
          search(u"Capacitore"_s)},
     };
     const int missed = runComparisons(argc, argv, comparisons, 15);
-    closeForms();
+    closeAll();
     return missed == 0 ? 0 : 1;
 }
