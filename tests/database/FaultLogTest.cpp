@@ -5,6 +5,7 @@
 #include "EventTransactions.h"
 #include "Form1principal.h"
 #include "Funciones.h"
+#include "OnePiece.h"
 #include "RecordForms.h"
 #include "RuntimeError.h"
 
@@ -81,6 +82,8 @@ TEST_F(FaultLogTest, EachKindLeavesALineWithItsFormAndNumber)
         EventTransactions::instance().fail(RuntimeError(61));
         EXPECT_FALSE(commitWrites());
     });
+    // A piece that its form gives up without a word.
+    event(OnError::Silent, [] { inOnePiece({}, [] { throw RuntimeError(94); }); });
     setIni(u"Local"_s, u"Caminho"_s, folder() + u"/away.mdb"_s);
     expectErrorBox();
     expectErrorBox(u"Restaure o Banco de Dados"_s);
@@ -94,6 +97,7 @@ TEST_F(FaultLogTest, EachKindLeavesALineWithItsFormAndNumber)
                            u"Bare|falha|"_s +
                                RuntimeError(3021).text().section(u"nº "_s, 1).replace(u'\n', u' '),
                            u"Bare|gravação perdida|61 Disco cheio"_s,
+                           u"Bare|gravação recusada|94 Uso inválido de Null"_s,
                            u"Bare|arquivo não abriu|-2147467259 Não foi possível encontrar o "
                            "arquivo '...'."_s,
                            u"Bare|programa encerrado|53 Arquivo não encontrado"_s,

@@ -1,5 +1,7 @@
 #include "Database.h"
 #include "EventTransactions.h"
+#include "FaultLog.h"
+#include "GateFrames.h"
 
 #include <algorithm>
 #include <utility>
@@ -68,13 +70,18 @@ void EventTransactions::takeLocks(const std::vector<std::shared_ptr<Database>>& 
 
 void EventTransactions::runPiece(const std::vector<std::shared_ptr<Database>>& files,
                                  const std::function<void()>& work)
-{
+try {
     if (commitPerStatement_)
         work();
     else if (pieces_ > 0 || holdsLocks())
         runPart(files, work);
     else
         runWhole(files, work);
+} catch (const RuntimeError& error) {
+    // A form may be silent about it; support is to see it.
+    if (!error.wasTold())
+        faultlog::note(faultlog::Kind::RefusedWrite, runningForm(), error);
+    throw;
 }
 
 void EventTransactions::runWhole(const std::vector<std::shared_ptr<Database>>& files,

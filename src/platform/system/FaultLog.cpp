@@ -21,6 +21,7 @@ QString kindText(faultlog::Kind kind)
     case faultlog::Kind::ProgramEnded: return u"programa encerrado"_s;
     case faultlog::Kind::Fault: return u"falha"_s;
     case faultlog::Kind::LostWrite: return u"gravação perdida"_s;
+    case faultlog::Kind::RefusedWrite: return u"gravação recusada"_s;
     case faultlog::Kind::RefusedOpen: break;
     }
     return u"arquivo não abriu"_s;
